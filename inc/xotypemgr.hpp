@@ -1,0 +1,178 @@
+#pragma once
+
+/// The whole public interface of the library, and the manager through which it is used.
+
+#include "base/clock.hpp"
+#include "base/config.hpp"
+#include "base/export.hpp"
+#include "base/format.hpp"
+#include "base/mem_file.hpp"
+#include "base/platform.hpp"
+#include "base/scalar_disk.hpp"
+#include "base/version.hpp"
+#include "intl/language_context.hpp"
+#include "xomodule.hpp"
+#include "xotypcmp.hpp"
+#include "xotypes.hpp"
+
+/// The way to every typed value: an operation on a type id is forwarded to the slot of the row that
+/// the id selects in the table that the manager was built with (`TypeDescriptor`).
+///
+/// `count` everywhere is the number of elements of an array value. Pointers to values are not
+/// checked. A manager is small, holds nothing to free, and may be copied; several threads may use
+/// one. An id without a row (47 to 99, negative, above 27 on the older table) selects the `illegal`
+/// row, whose operations do nothing and answer 0, null or `ERR_TM_NOT_SUPPORTED`.
+class XO_EXPORT XoTypeMgr {
+ public:
+  /// A manager of a generation of the type encoding. `factory` 0 to 3 and 11 (an alias of 3) give
+  /// `OlderTypeTable`; 4 to 10 give `CurrentTypeTable`; 12 and above give it at level 4.
+  XoTypeMgr(unsigned factory);
+
+  /// A manager at the default level, 5.
+  XoTypeMgr() : XoTypeMgr(5) {}
+
+  /// Chooses table and level anew, as the constructor does.
+  void SetFactory(unsigned factory);
+
+  /// The level that was chosen: 0 to 10.
+  unsigned short FactoryLevel() const { return level; }
+
+  // Forwarding operations. A row's slots, as found at `TypeDescriptor`, do the same.
+
+  /// New values, the caller's until `Delete`. Plain scalars are uninitialised but for the two
+  /// byte-sized ones. `count` counts as a signed number; what cannot be had ends in the standard
+  /// allocation failure. Null for a type that cannot be created.
+  void* Create(char type, unsigned count) const;
+  /// Destroys and frees what `Create` gave; `count` as it was there. Null is ignored.
+  void* Delete(char type, void* values, unsigned count) const;
+  /// New values with the default of the type, or null ones.
+  void* DefaultValue(char type, unsigned count, int asNull) const;
+  /// Order of `a` against `b`, both in `format`; lengths, result and `error` as told at `XCompare`.
+  int Cmp(char type, unsigned lengthA, void* a, unsigned lengthB, void* b, unsigned short op,
+          unsigned count, unsigned char format, int& error) const {
+    return Row(type).Compare(format, lengthA, a, lengthB, b, op, count, error);
+  }
+  /// The same for operands that are there whole.
+  int Cmp(char type, void* a, void* b, unsigned short op, unsigned count,
+          unsigned char format) const {
+    int error = 0;
+    return Row(type).Compare(format, 0, a, 0, b, op, count, error);
+  }
+  /// Hash of `count` elements at `data` in `format`. `length` is the bytes available, 0 for all of
+  /// them. `error` becomes 0, or `ERR_TM_LENGTH_EXCEEDED` when the data ended before `count`
+  /// elements; the hash then covers those read. As with `Cmp`, the buffer must reach to the end of
+  /// the element in which `length` ends.
+  unsigned Hash(char type, unsigned length, void* data, unsigned count, unsigned char format,
+                int& error) const;
+  /// Writes values in disk format; returns the bytes written.
+  unsigned Store(char type, void* disk, void* memory, unsigned char format, unsigned count) const;
+  /// Reads values from disk format; returns the bytes read.
+  unsigned Load(char type, void* memory, void* disk, unsigned char format, unsigned count) const;
+  /// Bytes that the values at `data`, which are in `dataFormat`, take in `diskFormat`. Types of
+  /// fixed width do not read `data`.
+  unsigned DiskLenGet(char type, void* data, unsigned char diskFormat, unsigned count,
+                      unsigned char dataFormat) const;
+  /// Disk size of the values at a file's present position.
+  unsigned DiskLenGetFromMemFile(char type, MemFile* file, unsigned char format,
+                                 unsigned count) const;
+  /// Re-encodes between memory and disk formats; returns the bytes produced, or, into memory, the
+  /// bytes read.
+  ///
+  /// For types of fixed width: between memory and disk, the whole elements are processed that fit
+  /// the disk side's length, where 0 means not limited. Memory to memory copies `count` elements.
+  /// Disk to disk copies bytes as they are, as many as both lengths allow, into a target that is
+  /// set to 0 first where it is longer.
+  unsigned Translate(char type, void* target, unsigned char targetFormat, unsigned targetLength,
+                     void* source, unsigned char sourceFormat, unsigned sourceLength,
+                     unsigned count) const;
+  /// Share of an index that a predicate selects, with the bounds to scan between.
+  float EvalAndBound(char type, XoIdxBounds* bounds, unsigned short& op, void* value,
+                     unsigned char format, unsigned length, void* range, XoEvalData* data) const;
+  /// Not zero when the value in memory is null.
+  int IsNullValue(char type, void* value) const;
+
+  // The row's slots as they stand, null included.
+  XCompare* CmpFuncPtrGet(char type) const;
+  TypeDescriptor::LoadFunction* LoadPtrGet(char type) const;
+  TypeDescriptor::StoreFunction* StorePtrGet(char type) const;
+  TypeDescriptor::ConstructorFunction* ConstructorPtrGet(char type) const;
+  TypeDescriptor::ConstructorFunction* DestructorPtrGet(char type) const;
+  TypeDescriptor::AssignmentFunction* AssignmentPtrGet(char type) const;
+  TypeDescriptor::AssignmentFunction* CopyPtrGet(char type) const;
+  TypeDescriptor::NullFunction* IsNullPtrGet(char type) const;
+  TypeDescriptor::NullFunction* SetNullPtrGet(char type) const;
+
+  /// A comparison of two values by address alone. No row has one: always null.
+  using TwoArgumentCompare = int(void*, void*);
+  TwoArgumentCompare* ComparePtrGet(char type) const;
+
+  /// Memory size of `count` elements, cut to 16 bits.
+  unsigned short MemLenGet(char type, unsigned count) const;
+  /// 1 when elements have a fixed size in memory and own no storage, else 0.
+  unsigned short IsFixed(char type) const;
+  /// Address of element `index` of an array of `count`; null when `index` is not below a `count`
+  /// other than 0, and for an id without a row.
+  void* GetArrayElement(char type, void* values, unsigned index, unsigned count) const;
+  /// The row's `Name`: copied with its terminator into `buffer`, which must have the room and is
+  /// returned, or, when that is null, the row's own text, which must not be written.
+  char* NameGet(char type, char* buffer) const;
+  /// The same for `TypeIdName`.
+  char* TypeIdNameGet(char type, char* buffer) const;
+  /// Finds the type called `name`, to the letter. Returns 0 with its id in `id`, or 1 with `id` 47.
+  int Name2XoTypeId(char const* name, char& id) const;
+  /// Not zero when the folded id is below 47. It looks at no table, and a negative id counts as
+  /// valid.
+  int IsValidType(char type) const;
+
+  /// Whether a type (1) has a null value, (2) can count upward, (3) can hold a time stamp. 0 for
+  /// any other `capability`.
+  int SupportsCapability(char type, unsigned short capability) const;
+  /// Capability 1.
+  unsigned short SupportsNullValue(char type) const;
+
+  // Exchange operations. Each returns the old value of a slot and installs the new one unless it is
+  // null, for every manager of the process that shares the row. Set-up calls, without a lock.
+  /// A text that is installed must stay: its address is kept.
+  char const* ExchangeFormat(char type, char const* format);
+  TypeDescriptor::PrintFunction* ExchangePrintToXoStringFunc(char type,
+                                                             TypeDescriptor::PrintFunction* print);
+  TypeDescriptor::ScanFunction* ExchangeScanFromXoStringFunc(char type,
+                                                             TypeDescriptor::ScanFunction* scan);
+  XCompare* ExchangeXoTypeCmpFunc(char type, XCompare* compare);
+
+  /// Stored bytes cannot be asked whether they are null: always `ERR_TM_NOT_SUPPORTED`.
+  int DiskIsNullValue(char type, void* data) const;
+
+  /// Replaces a value by one derived from it: by the next greater one (`kNextValue`,
+  /// `kNextValueToo`) or the present one of a temporal type (`kPresentValue`). Other codes are not
+  /// supported. In memory (`format` 8) the first element is replaced in place; in another format
+  /// the disk data is, under its bits 0x81. Returns 0, `ERR_TM_NO_NEXT_VALUE` with the value
+  /// unchanged, or `ERR_TM_NOT_SUPPORTED`.
+  int GetValue(char type, void* value, unsigned count, unsigned char format,
+               NextValueCode code) const;
+
+ private:
+  /// Whether `type` has a row in the manager's table. On the older table the reserved ids fold to
+  /// an index behind its end.
+  bool HasRow(char type) const {
+    int const index = FoldTypeId(static_cast<signed char>(type));
+    if (index < 0) return false;
+    return index < kXoOlderRows || (index < kXoCurrentRows && table != OlderTypeTable);
+  }
+
+  /// The row of `type`, the `illegal` row for an id without one.
+  TypeDescriptor& Row(char type) const {
+    return HasRow(type) ? *table[FoldTypeId(static_cast<signed char>(type))]
+                        : *CurrentTypeTable[kXoIllegalRow];
+  }
+
+  TypeDescriptor* const* table;
+  unsigned short level;
+};
+
+/// The manager for code that has none of its own: null until the library is started.
+XO_EXPORT extern XoTypeMgr* DefaultTypeManager;
+
+/// Returns the present default manager and installs `manager` in its place, unless that is null.
+/// The one replaced is the caller's. A set-up call, without a lock.
+XO_EXPORT XoTypeMgr* DefaultTypeMgr(XoTypeMgr* manager);

@@ -1,0 +1,100 @@
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+
+#include "base/allocation.hpp"
+#include "src/xotypes/scalar_family.hpp"
+
+/// The slots of the plain scalars that depend on the element's width and disk family alone. Arrays
+/// are contiguous elements with no header, and need no alignment.
+namespace xo {
+
+template <class Family>
+struct ScalarOperations {
+  static constexpr std::size_t kWidth = Family::kWidth;
+
+  static void* Create(unsigned count) {
+    // The count widens as a signed number, so one of 2^31 and above is too large to be had; the
+    // product of such a count asks for the largest size, which fails by way of the new-handler.
+    std::size_t const elements = static_cast<std::size_t>(static_cast<std::int32_t>(count));
+    std::size_t const size = elements > SIZE_MAX / kWidth ? SIZE_MAX : elements * kWidth;
+    void* const values = AllocateArray(size);
+    if constexpr (Family::kCreateZeroes) std::memset(values, 0, size);
+    return values;
+  }
+
+  static void* Delete(void* values, unsigned) {
+    ReleaseArray(values);
+    return nullptr;
+  }
+
+  static unsigned SizeGetFromMemFile(MemFile*, unsigned char format, unsigned count) {
+    return Family::FileSize(format, count);
+  }
+
+  static void Constructor(void* values, unsigned count, unsigned) {
+    if (count == 1) {
+      StoreBytes(values, UnsignedOf<kWidth>{0});
+    } else if (count != 0) {
+      std::memset(values, 0, count * kWidth);
+    }
+  }
+
+  static void Destructor(void*, unsigned, unsigned) {}
+
+  /// Also the slot `Copy`: a plain scalar in raw memory is assigned to like a live one.
+  static void Assignment(void* target, void* source, unsigned count, int fill) {
+    if (count == 0) return;
+    if (fill != 0) {
+      auto const first = LoadBytes<UnsignedOf<kWidth>>(source);
+      for (std::size_t offset = 0; offset < count * kWidth; offset += kWidth) {
+        StoreBytes(Advance(target, offset), first);
+      }
+    } else {
+      std::memmove(target, source, count * kWidth);
+    }
+  }
+
+  static unsigned Translate(void* target, unsigned char targetFormat, unsigned targetLength,
+                            void* source, unsigned char sourceFormat, unsigned sourceLength,
+                            unsigned count) {
+    bool const toMemory = HasMemoryBit(targetFormat);
+    bool const fromMemory = HasMemoryBit(sourceFormat);
+    if (toMemory && fromMemory) {
+      for (std::size_t offset = 0; offset < count * kWidth; offset += kWidth) {
+        StoreBytes(Advance(target, offset), LoadBytes<UnsignedOf<kWidth>>(Advance(source, offset)));
+      }
+      return count * Family::kWidth;
+    }
+    if (toMemory) {
+      return Family::kLoad(target, source, sourceFormat,
+                           WholeElements(count, sourceLength, sourceFormat));
+    }
+    if (fromMemory) {
+      unsigned char const format = FormNibble(targetFormat);
+      return Family::kStore(target, source, format, WholeElements(count, targetLength, format));
+    }
+    return CopyStored(target, targetLength, source, sourceLength);
+  }
+
+ private:
+  /// How many of `count` stored elements lie whole within `length` bytes; 0 means not limited.
+  static unsigned WholeElements(unsigned count, unsigned length, unsigned char format) {
+    return length == 0 ? count : std::min(count, length / DiskWidth<Family>(format));
+  }
+
+  /// Disk to disk: bytes as they are, whatever the two formats, in a target that is cleared first
+  /// where it is longer than the source.
+  static unsigned CopyStored(void* target, unsigned targetLength, void const* source,
+                             unsigned sourceLength) {
+    unsigned const length = std::min(sourceLength, targetLength);
+    if (length < targetLength) std::memset(target, 0, targetLength);
+    if (length != 0) std::memmove(target, source, length);
+    return length;
+  }
+};
+
+}  // namespace xo

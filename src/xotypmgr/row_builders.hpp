@@ -1,0 +1,122 @@
+#pragma once
+
+#include "src/xotypes/scalar_hash.hpp"
+#include "src/xotypes/scalar_operations.hpp"
+#include "src/xotypes/scalar_step.hpp"
+#include "xotypes.hpp"
+
+/// How rows of the table are stamped.
+namespace xo {
+
+/// The operations of the `illegal` row, and what other rows have where they have nothing of their
+/// own. They touch nothing and answer 0, null or `ERR_TM_NOT_SUPPORTED`, so that a stray id cannot
+/// bring the process down.
+struct NoOperations {
+  static void* Create(unsigned) { return nullptr; }
+  static void* Delete(void*, unsigned) { return nullptr; }
+  static unsigned Store(void*, void const*, unsigned char, unsigned) { return 0; }
+  static unsigned Load(void*, void const*, unsigned char, unsigned) { return 0; }
+  static unsigned NullSizeGet(unsigned) { return 0; }
+  static unsigned SizeGet(void const*, unsigned char, unsigned char, unsigned) { return 0; }
+  static unsigned SizeGetFromMemFile(MemFile*, unsigned char, unsigned) { return 0; }
+  static int Compare(unsigned char, unsigned, void*, unsigned, void*, unsigned short, unsigned,
+                     int&) {
+    return 0;
+  }
+  static float EvalAndBound(XoIdxBounds*, unsigned short&, void*, unsigned char, unsigned, void*,
+                            XoEvalData*) {
+    return 0.0F;
+  }
+  static unsigned Hash(unsigned char, unsigned, void*, unsigned, int&) { return 0; }
+  static XoTypeConvertData* ConvertTo(void*, unsigned) { return nullptr; }
+  static void* ConvertFrom(XoTypeConvertData*, unsigned) { return nullptr; }
+  static void Constructor(void*, unsigned, unsigned) {}
+  static void Assignment(void*, void*, unsigned, int) {}
+  static unsigned Translate(void*, unsigned char, unsigned, void*, unsigned char, unsigned,
+                            unsigned) {
+    return 0;
+  }
+  static int IsNull(void*) { return 0; }
+  static XoString& PrintToXoString(XoString& out, void*, char const*, unsigned) { return out; }
+  static void* ScanFromXoString(void*, XoString&, char const*, unsigned) { return nullptr; }
+  static void* DefaultValue(unsigned, int) { return nullptr; }
+  static int GetValue(void*, unsigned, unsigned char, NextValueCode) {
+    return ERR_TM_NOT_SUPPORTED;
+  }
+};
+
+/// A row with names, format and sizes, and no operations.
+constexpr TypeDescriptor MakeEmptyRow(char const* name, char const* typeIdName, char const* format,
+                                      std::uint16_t size, std::uint16_t fixed) {
+  TypeDescriptor row{};
+  row.Name = name;
+  row.TypeIdName = typeIdName;
+  row.Create = NoOperations::Create;
+  row.Delete = NoOperations::Delete;
+  row.Store = NoOperations::Store;
+  row.Load = NoOperations::Load;
+  row.NullSizeGet = NoOperations::NullSizeGet;
+  row.SizeGet = NoOperations::SizeGet;
+  row.SizeGetFromMemFile = NoOperations::SizeGetFromMemFile;
+  row.Compare = NoOperations::Compare;
+  row.EvalAndBound = NoOperations::EvalAndBound;
+  row.Hash = NoOperations::Hash;
+  row.ConvertTo = NoOperations::ConvertTo;
+  row.ConvertFrom = NoOperations::ConvertFrom;
+  row.Constructor = NoOperations::Constructor;
+  row.Destructor = NoOperations::Constructor;
+  row.Assignment = NoOperations::Assignment;
+  row.Copy = NoOperations::Assignment;
+  row.Translate = NoOperations::Translate;
+  row.IsNull = NoOperations::IsNull;
+  row.Format = format;
+  row.PrintToXoString = NoOperations::PrintToXoString;
+  row.ScanFromXoString = NoOperations::ScanFromXoString;
+  row.MemLen = size;
+  row.Fixed = fixed;
+  row.DefaultValue = NoOperations::DefaultValue;
+  row.GetValue = NoOperations::GetValue;
+  return row;
+}
+
+/// `row` with the size helpers of a disk family in its slots 6 and 7.
+template <class Family>
+constexpr TypeDescriptor WithSizesOf(TypeDescriptor row) {
+  row.NullSizeGet = Family::kNullSizeGet;
+  row.SizeGet = Family::kSizeGet;
+  return row;
+}
+
+/// The row of a plain scalar. `Traits` names its `Value`, its disk `Family` and its comparison
+/// `kCompare`; rows of one family share what depends on the family alone.
+template <class Traits>
+constexpr TypeDescriptor MakeScalarRow(char const* name, char const* typeIdName,
+                                       char const* format) {
+  using Value = typename Traits::Value;
+  using Family = typename Traits::Family;
+  using Operations = ScalarOperations<Family>;
+  static_assert(sizeof(Value) == Family::kWidth);
+  auto row = WithSizesOf<Family>(MakeEmptyRow(name, typeIdName, format, sizeof(Value), 1));
+  row.Create = Operations::Create;
+  row.Delete = Operations::Delete;
+  row.Store = Family::kStore;
+  row.Load = Family::kLoad;
+  row.SizeGetFromMemFile = Operations::SizeGetFromMemFile;
+  row.Compare = Traits::kCompare;
+  row.Hash = HashScalars<Value, Family>;
+  row.Constructor = Operations::Constructor;
+  row.Destructor = Operations::Destructor;
+  row.Assignment = Operations::Assignment;
+  row.Copy = Operations::Assignment;
+  row.Translate = Operations::Translate;
+  row.GetValue = StepValue<Value>;
+  return row;
+}
+
+/// `row` without a `GetValue` of its own.
+constexpr TypeDescriptor WithoutGetValue(TypeDescriptor row) {
+  row.GetValue = NoOperations::GetValue;
+  return row;
+}
+
+}  // namespace xo

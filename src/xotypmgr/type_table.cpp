@@ -1,0 +1,177 @@
+#include "src/xotypmgr/row_builders.hpp"
+#include "xotypcmp.hpp"
+#include "xotypes.hpp"
+
+/// The table of types on one page. Every row is complete before any code of the process runs, as
+/// the addresses in it are known when the library is linked and loaded, and is written afterwards
+/// by the exchange operations of `XoTypeMgr` alone.
+namespace xo {
+namespace {
+
+template <class ValueType, class FamilyType, XCompare* CompareFunction>
+struct Scalar {
+  using Value = ValueType;
+  using Family = FamilyType;
+  static constexpr XCompare* kCompare = CompareFunction;
+};
+
+using Char = Scalar<o_char, CharFamily, CharCompare>;
+using Byte = Scalar<o_u1b, CharFamily, ByteCompare>;
+using Short = Scalar<o_2b, ShortFamily, ShortCompare>;
+using Word = Scalar<o_u2b, ShortFamily, WordCompare>;
+using Long = Scalar<o_4b, LongFamily, LongCompare>;
+using Dword = Scalar<o_u4b, LongFamily, DwordCompare>;
+using Int = Scalar<o_4b, IntFamily, IntCompare>;
+using Unsigned = Scalar<o_u4b, UnsignedFamily, UnsignedCompare>;
+using LongLong = Scalar<o_8b, LongLongFamily, O_8BCompare>;
+using UnsignedLongLong = Scalar<o_u8b, LongLongFamily, O_U8BCompare>;
+using Double = Scalar<o_double, DoubleFamily, DoubleCompare>;
+using Float = Scalar<o_float, FloatFamily, FloatCompare>;
+
+constinit TypeDescriptor charRow = MakeScalarRow<Char>("o_char", "Xo1B_T", "%c");
+constinit TypeDescriptor shortRow = MakeScalarRow<Short>("o_2b", "Xo2B_T", "%hd");
+constinit TypeDescriptor longRow = MakeScalarRow<Long>("o_4b", "Xo4B_T", "%ld");
+constinit TypeDescriptor doubleRow = MakeScalarRow<Double>("o_double", "XoDOUBLE_T", "%.17g");
+constinit TypeDescriptor floatRow = MakeScalarRow<Float>("o_float", "XoFLOAT_T", "%.17g");
+constinit TypeDescriptor wordRow = MakeScalarRow<Word>("o_u2b", "XoU2B_T", "%hu");
+constinit TypeDescriptor dwordRow = MakeScalarRow<Dword>("o_u4b", "XoU4B_T", "%lu");
+constinit TypeDescriptor intRow = MakeScalarRow<Int>("int", "XoINT_T", "%d");
+constinit TypeDescriptor unsignedRow = MakeScalarRow<Unsigned>("unsigned", "XoUNSIGNED_T", "%u");
+constinit TypeDescriptor enumRow = WithoutGetValue(MakeScalarRow<Int>("enum", "XoENUM_T", "%d"));
+constinit TypeDescriptor byteRow = MakeScalarRow<Byte>("o_u1b", "XoU1B_T", "%c");
+constinit TypeDescriptor stringRow = MakeEmptyRow("XoString", "XoSTRING_T", "%s", 16, 0);
+constinit TypeDescriptor dateRow = MakeEmptyRow("XoDate", "XoDATE_T", "%a %e.%b %Y", 4, 1);
+constinit TypeDescriptor timeRow = MakeEmptyRow("XoTime", "XoTIME_T", "%I:%M:%S %p", 3, 1);
+constinit TypeDescriptor blockIdRow = MakeScalarRow<Dword>("BlockId", "XoBLOCKID_T", "#%lu");
+constinit TypeDescriptor objectIdRow = MakeEmptyRow("XoObjId", "XoOBJID_T", "(%H-%L#%B)", 12, 1);
+constinit TypeDescriptor classIdRow = MakeEmptyRow("XoClassId", "XoCLID_T", "(%Cv%V)", 4, 1);
+constinit TypeDescriptor referenceRow =
+    MakeEmptyRow("XoRef", "XoREF_T", "(%D:%H-%L#%B, %C)", 16, 1);
+constinit TypeDescriptor blobRow = MakeEmptyRow("XoBlob", "XoBLOB_T", "[BLOB,len=%L]", 8, 0);
+constinit TypeDescriptor dateTimeRow =
+    MakeEmptyRow("XoDateTime", "XoDATIME_T", "%a %e.%b %Y %I:%M:%S %p", 8, 1);
+constinit TypeDescriptor weightedStringRow = MakeEmptyRow("XoIString", "XoISTRING_T", "%s", 16, 0);
+constinit TypeDescriptor weightedCaseStringRow =
+    MakeEmptyRow("XoCaseIString", "XoCASEISTRING_T", "%s", 16, 0);
+constinit TypeDescriptor odmgDateRow = MakeEmptyRow("d_Date", "D_DATE_T", "%a %b %e", 4, 1);
+constinit TypeDescriptor odmgTimeRow = MakeEmptyRow("d_Time", "D_TIME_T", "%I:%M:%S %p", 6, 1);
+constinit TypeDescriptor odmgTimestampRow =
+    MakeEmptyRow("d_Timestamp", "D_TIMESTAMP_T", "%a %b %e %I:%M:%S %p", 10, 1);
+constinit TypeDescriptor odmgIntervalRow = WithSizesOf<FloatFamily>(
+    MakeEmptyRow("d_Interval", "D_INTERVAL_T", "%e days, %I hours, %M minutes, %S seconds", 4, 1));
+constinit TypeDescriptor int64Row = MakeEmptyRow("XoInt64", "XoINT64_T", "%S", 8, 1);
+constinit TypeDescriptor booleanRow = MakeEmptyRow("XoBoolean", "XoBOOLEAN_T", "noop", 1, 1);
+constinit TypeDescriptor nullCharRow = MakeEmptyRow("XoNull_char", "XoNULL_1B_T", "%c", 2, 1);
+constinit TypeDescriptor nullByteRow = MakeEmptyRow("XoNull_uchar", "XoNULL_U1B_T", "%c", 2, 1);
+constinit TypeDescriptor nullShortRow = MakeEmptyRow("XoNull_short", "XoNULL_2B_T", "%hd", 4, 1);
+constinit TypeDescriptor nullWordRow = MakeEmptyRow("XoNull_ushort", "XoNULL_U2B_T", "%hu", 4, 1);
+constinit TypeDescriptor nullIntRow = MakeEmptyRow("XoNull_int", "XoNULL_INT_T", "%d", 8, 1);
+constinit TypeDescriptor nullUnsignedRow =
+    MakeEmptyRow("XoNull_unsigned", "XoNULL_UNSIGNED_T", "%u", 8, 1);
+constinit TypeDescriptor nullLongRow = MakeEmptyRow("XoNull_long", "XoNULL_4B_T", "%ld", 8, 1);
+constinit TypeDescriptor nullDwordRow = MakeEmptyRow("XoNull_ulong", "XoNULL_U4B_T", "%lu", 8, 1);
+constinit TypeDescriptor nullFloatRow =
+    MakeEmptyRow("XoNull_float", "XoNULL_FLOAT_T", "%.17g", 8, 1);
+constinit TypeDescriptor nullDoubleRow =
+    MakeEmptyRow("XoNull_double", "XoNULL_DOUBLE_T", "%.17g", 16, 1);
+constinit TypeDescriptor nullInt64Row =
+    MakeEmptyRow("XoNull_XoInt64", "XoNULL_XOINT64_T", "%S", 12, 1);
+constinit TypeDescriptor sealRow = MakeEmptyRow("XoSeal", "XoSEAL_T", "noop", 6, 1);
+constinit TypeDescriptor dateTimeNRow = MakeEmptyRow("XoDateTimeN", "XoDATIME_N_T", "%X", 12, 1);
+constinit TypeDescriptor timeSpanRow = MakeEmptyRow("XoTimeSpan", "XoTIMESPAN_T", "%V", 12, 1);
+constinit TypeDescriptor longLongRow = MakeScalarRow<LongLong>("o_8b", "Xo8B_T", "%I64d");
+constinit TypeDescriptor unsignedLongLongRow =
+    MakeScalarRow<UnsignedLongLong>("o_u8b", "XoU8B_T", "%I64u");
+constinit TypeDescriptor nullLongLongRow = MakeEmptyRow("XoNull_8b", "XoNULL_8B_T", "%I64d", 16, 1);
+constinit TypeDescriptor nullUnsignedLongLongRow =
+    MakeEmptyRow("XoNull_u8b", "XoNULL_U8B_T", "%I64u", 16, 1);
+constinit TypeDescriptor illegalRow = MakeEmptyRow("illegal", "XoRES_T", "illegal", 0, 1);
+
+/// The string row of databases of an older generation. All other rows serve both generations.
+constinit TypeDescriptor olderStringRow = MakeEmptyRow("XoString", "XoSTRING_T", "%s", 16, 0);
+
+}  // namespace
+}  // namespace xo
+
+TypeDescriptor* const CurrentTypeTable[] = {
+    &xo::charRow,                  // 0
+    &xo::shortRow,                 // 1
+    &xo::longRow,                  // 2
+    &xo::doubleRow,                // 3
+    &xo::floatRow,                 // 4
+    &xo::wordRow,                  // 5
+    &xo::dwordRow,                 // 6
+    &xo::intRow,                   // 7
+    &xo::unsignedRow,              // 8
+    &xo::enumRow,                  // 9
+    &xo::byteRow,                  // 10
+    &xo::stringRow,                // 11
+    &xo::dateRow,                  // 12
+    &xo::timeRow,                  // 13
+    &xo::blockIdRow,               // 14
+    &xo::objectIdRow,              // 15
+    &xo::classIdRow,               // 16
+    &xo::referenceRow,             // 17
+    &xo::blobRow,                  // 18
+    &xo::dateTimeRow,              // 19
+    &xo::weightedStringRow,        // 20
+    &xo::weightedCaseStringRow,    // 21
+    &xo::odmgDateRow,              // 22
+    &xo::odmgTimeRow,              // 23
+    &xo::odmgTimestampRow,         // 24
+    &xo::odmgIntervalRow,          // 25
+    &xo::int64Row,                 // 26
+    &xo::booleanRow,               // 27
+    &xo::nullCharRow,              // 28
+    &xo::nullByteRow,              // 29
+    &xo::nullShortRow,             // 30
+    &xo::nullWordRow,              // 31
+    &xo::nullIntRow,               // 32
+    &xo::nullUnsignedRow,          // 33
+    &xo::nullLongRow,              // 34
+    &xo::nullDwordRow,             // 35
+    &xo::nullFloatRow,             // 36
+    &xo::nullDoubleRow,            // 37
+    &xo::nullInt64Row,             // 38
+    &xo::sealRow,                  // 39
+    &xo::dateTimeNRow,             // 40
+    &xo::timeSpanRow,              // 41
+    &xo::longLongRow,              // 42
+    &xo::unsignedLongLongRow,      // 43
+    &xo::nullLongLongRow,          // 44
+    &xo::nullUnsignedLongLongRow,  // 45
+    &xo::illegalRow,               // 46
+    nullptr,
+};
+
+TypeDescriptor* const OlderTypeTable[] = {
+    &xo::charRow,                // 0
+    &xo::shortRow,               // 1
+    &xo::longRow,                // 2
+    &xo::doubleRow,              // 3
+    &xo::floatRow,               // 4
+    &xo::wordRow,                // 5
+    &xo::dwordRow,               // 6
+    &xo::intRow,                 // 7
+    &xo::unsignedRow,            // 8
+    &xo::enumRow,                // 9
+    &xo::byteRow,                // 10
+    &xo::olderStringRow,         // 11
+    &xo::dateRow,                // 12
+    &xo::timeRow,                // 13
+    &xo::blockIdRow,             // 14
+    &xo::objectIdRow,            // 15
+    &xo::classIdRow,             // 16
+    &xo::referenceRow,           // 17
+    &xo::blobRow,                // 18
+    &xo::dateTimeRow,            // 19
+    &xo::weightedStringRow,      // 20
+    &xo::weightedCaseStringRow,  // 21
+    &xo::odmgDateRow,            // 22
+    &xo::odmgTimeRow,            // 23
+    &xo::odmgTimestampRow,       // 24
+    &xo::odmgIntervalRow,        // 25
+    &xo::int64Row,               // 26
+    &xo::booleanRow,             // 27
+    nullptr,
+};

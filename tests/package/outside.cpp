@@ -1,0 +1,136 @@
+// Compiles with nothing but the public header, and uses every public name.
+#include <cstdio>
+#include <cstring>
+#include <xotypemgr.hpp>
+
+namespace {
+
+int failures = 0;
+
+void Expect(bool held, char const* what) {
+  if (held) return;
+  std::printf("failed: %s\n", what);
+  ++failures;
+}
+
+void UseTypes() {
+  static_assert(sizeof(o_char) == 1 && sizeof(o_u1b) == 1 && sizeof(o_2b) == 2);
+  static_assert(sizeof(o_u2b) == 2 && sizeof(o_4b) == 4 && sizeof(o_u4b) == 4);
+  static_assert(sizeof(o_8b) == 8 && sizeof(o_u8b) == 8 && sizeof(o_float) == 4);
+  static_assert(sizeof(o_double) == 8 && sizeof(BlockId) == 4 && sizeof(NextValueCode) == 1);
+  static_assert(FoldTypeId(XoRES_T) == 46);
+  static_assert(FormLittle == 1 && FormBig == 2 && FormMemory == 8 && FormatIndexKey == 0x80);
+  static_assert(FormatNativeCodeSet == 0x40 && FormatDropCodeSet == 0x20);
+  static_assert(CmpOpNoWildcards == 0x10 && CmpOpPrefixResult == 0x80 && CmpOpBinaryOrder == 0x100);
+  static_assert(ERR_TM_NOT_SUPPORTED == -2999 && ERR_TM_NO_NEXT_VALUE == 2091);
+  static_assert(ERR_TM_LENGTH_EXCEEDED == 2101 && ERR_TM_FIRST_KEY_CUT == 2114);
+  static_assert(ERR_TM_SECOND_KEY_CUT == 2115);
+}
+
+void UseManager() {
+  ___XoTypemgrContext(1);
+  XoTypeMgr* const manager = DefaultTypeMgr(nullptr);
+  Expect(manager != nullptr && manager == DefaultTypeManager, "the start makes a default manager");
+  Expect(CurrentTypeTable[47] == nullptr && OlderTypeTable[28] == nullptr, "tables end in null");
+
+  XCompare* const comparisons[] = {CharCompare,     ByteCompare,  ShortCompare, WordCompare,
+                                   LongCompare,     DwordCompare, IntCompare,   FloatCompare,
+                                   UnsignedCompare, O_8BCompare,  O_U8BCompare, DoubleCompare};
+  char const types[] = {Xo1B_T,  XoU1B_T,   Xo2B_T,       XoU2B_T, Xo4B_T,  XoU4B_T,
+                        XoINT_T, XoFLOAT_T, XoUNSIGNED_T, Xo8B_T,  XoU8B_T, XoDOUBLE_T};
+  for (unsigned index = 0; index < sizeof types; ++index) {
+    Expect(manager->CmpFuncPtrGet(types[index]) == comparisons[index], "rows compare as exported");
+  }
+
+  void* const values = manager->Create(Xo4B_T, 3);
+  manager->ConstructorPtrGet(Xo4B_T)(values, 3, 0);
+  Expect(manager->GetValue(Xo4B_T, values, 3, FormMemory, 'N') == 0, "a number has a successor");
+  unsigned char disk[12];
+  Expect(manager->Store(Xo4B_T, disk, values, FormBig, 3) == 12 && disk[3] == 1, "values store");
+  int error = -1;
+  Expect(manager->Hash(Xo4B_T, 12, disk, 3, FormBig, error) == 1103515245 && error == 0, "hash");
+  MemFile file(disk, sizeof disk);
+  unsigned length = 2;
+  Expect(file.Seek(0, 1, &length, 0) == disk && length == 12, "a file is looked at in place");
+  Expect(manager->DiskLenGetFromMemFile(Xo4B_T, &file, FormBig, 3) == 12, "size from a file");
+  manager->Delete(Xo4B_T, values, 3);
+
+  ___XoTypemgrContext(0);
+  Expect(DefaultTypeManager == nullptr, "the stop frees the default manager");
+}
+
+void UseBaseServices() {
+  unsigned char byte = 1, target[8] = {};
+  unsigned char const source[8] = {1, 2, 3, 4, 5, 6, 7, 8};
+  using Store = unsigned(void*, void const*, unsigned char, unsigned);
+  Store* const stores[] = {CharStore,  ShortStore,    LongStore,    IntStore,    IntLoad,
+                           FloatStore, UnsignedStore, UnsignedLoad, DoubleStore, O_8BStore};
+  for (Store* const store : stores) {
+    Expect(store(target, source, FormLittle, 1) != 0 && target[0] == byte, "helpers store");
+  }
+  using StoreOne = unsigned(void*, void const*, unsigned char);
+  StoreOne* const ones[] = {ShortStoreOne, LongStoreOne, O_8BStoreOne};
+  for (StoreOne* const one : ones) Expect(one(target, source, FormBig) != 0, "helpers store one");
+  using SizeGet = unsigned(void const*, unsigned char, unsigned char, unsigned);
+  SizeGet* const sizes[] = {CharSizeGet,  ShortSizeGet,  LongSizeGet, IntSizeGet,
+                            FloatSizeGet, DoubleSizeGet, O_8BSizeGet};
+  for (SizeGet* const size : sizes) Expect(size(nullptr, 8, 1, 2) != 0, "helpers tell sizes");
+  using NullSizeGet = unsigned(unsigned);
+  NullSizeGet* const nullSizes[] = {CharNullSizeGet, ShortNullSizeGet, LongNullSizeGet,
+                                    IntNullSizeGet,  FloatNullSizeGet, DoubleNullSizeGet,
+                                    O_8BNullSizeGet};
+  for (NullSizeGet* const size : nullSizes) Expect(size(2) != 0, "helpers tell null sizes");
+
+  XoPlatform quiet{};
+  quiet.assertFailed = [](char const*, char const*, int line) { return line; };
+  quiet.memoryHandler = [](unsigned long long size) { return static_cast<int>(size); };
+  XoPlatform const before = XoExchangePlatform(quiet);
+  Expect(XOLA_assert("x", "y", 7) == 7 && XoCallMemoryHandler(8) == 8, "hooks are in force");
+  XoExchangePlatform(before);
+
+  bdate date{};
+  btime time{};
+  int fraction = -1;
+  bksgetdate(&date);
+  bksgettime(&time);
+  bksgetsystemtime(&time, &date);
+  bksGetHiresTime(date, time, fraction);
+  bksGetHiresTimeUTC(date, time, fraction);
+  Expect(date.year > 2000 && fraction >= 0 && time.utcOffset == 0, "the clock runs");
+  Expect(bksgettimezone() != kTimeZoneUnknown, "the zone is known");
+
+  XoMemoryConfig config;
+  config.Set("key", 5, "section");
+  DefaultConfig(&config);
+  XoConfigSection const section{"section", nullptr};
+  unsigned short value = 0;
+  Expect(DefaultConfig(nullptr)->Lookup("key", &value, &section) == 1 && value == 5,
+         "configuration");
+}
+
+void UseIdentity() {
+  unsigned numbers[6];
+  char const* texts[5];
+  Expect(
+      std::strcmp(XoDescribeDll(&numbers[0], &numbers[1], &numbers[2], &numbers[3], &numbers[4],
+                                &texts[0], &texts[1], &texts[2], &numbers[5], &texts[3], &texts[4]),
+                  "Xolara Typemanager") == 0,
+      "the banner");
+  GetXoTypeMgrInfo(nullptr, nullptr, &texts[0], nullptr, nullptr);
+  Expect(std::strcmp(texts[0], "Xolara Typemanager 12.0.2.248.0 ") == 0, "the description");
+  Expect(XoCheckDll(0) == 0 && CheckXoVersionNumber(12, 0, 2, 248, 0, 0) == 0, "versions match");
+  Expect(&___XoTypeMgrOptions() == &XoTypeMgrOptions, "the option word");
+  XoLanguageContext::SetDefaultLanguage(1);
+  Expect(XoLanguageContext::GetDefaultLanguage() == 1, "the language context");
+  ___XoI18NContext(0);
+}
+
+}  // namespace
+
+int main() {
+  UseTypes();
+  UseManager();
+  UseBaseServices();
+  UseIdentity();
+  return failures == 0 ? 0 : 1;
+}
