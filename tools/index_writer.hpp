@@ -1,0 +1,53 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "tools/index_layout.hpp"
+#include "tools/key_batch.hpp"
+#include "tools/lmdb_file.hpp"
+#include "tools/new_file.hpp"
+#include "tools/progress.hpp"
+
+namespace xo::tool {
+
+/// Builds an index, in one transaction and in a file of its own that takes its place as the last
+/// step of `Commit`. So a build that fails leaves an index that was there as it was, searches that
+/// are under way go on in the index that they began in, and of two builds the later one stays.
+class IndexWriter {
+ public:
+  /// Begins an index of stored values of `type` in `format` for the file at `path`. A file that is
+  /// there and is no index is `Trouble`.
+  IndexWriter(std::string const& path, char type, unsigned char format);
+
+  /// What messages call the file.
+  std::string const& Name() const { return name; }
+
+  /// Adds the value of a line. Lines come in ascending order.
+  void Add(StoredValue const& value, LineNumber line, std::string_view text);
+
+  /// Checks the whole tree of keys and puts the index in its place; returns what it holds.
+  IndexMeta Commit(Progress& progress);
+
+ private:
+  MDB_dbi MakeDatabase(char const* databaseName, unsigned flags) const;
+  void PutBatch();
+  void Put(MDB_cursor* cursor, MDB_val key, MDB_val data, unsigned flags);
+  void CommitTransaction();
+
+  // In the order in which they must come to be; they end in reverse.
+  std::string name;
+  NewFile file;
+  LmdbEnvironment environment;
+  LmdbTransaction transaction;
+  MDB_dbi metaDatabase = 0;
+  MDB_dbi keys = 0;
+  MDB_dbi lines = 0;
+  LmdbCursor keysCursor;
+  LmdbCursor linesCursor;
+  IndexMeta meta;
+  KeyBatch batch;
+  bool isFirstBatch = true;
+};
+
+}  // namespace xo::tool

@@ -1,0 +1,73 @@
+#include <fmt/format.h>
+
+#include <nlohmann/json.hpp>
+
+#include "tools/index_command.hpp"
+#include "tools/index_reader.hpp"
+#include "tools/standard_streams.hpp"
+#include "tools/trouble.hpp"
+#include "tools/type_names.hpp"
+
+namespace xo::tool {
+namespace {
+
+nlohmann::ordered_json PagesAsJson(MDB_stat const& tree) {
+  return {{"depth", tree.ms_depth},
+          {"branchPages", tree.ms_branch_pages},
+          {"leafPages", tree.ms_leaf_pages},
+          {"overflowPages", tree.ms_overflow_pages}};
+}
+
+std::string PagesAsText(MDB_stat const& tree) {
+  return fmt::format("depth {}, pages: {} branch, {} leaf, {} overflow", tree.ms_depth,
+                     tree.ms_branch_pages, tree.ms_leaf_pages, tree.ms_overflow_pages);
+}
+
+std::string AsJson(IndexReader const& index, MDB_stat const& keys, MDB_stat const& lines) {
+  IndexMeta const& meta = index.Meta();
+  nlohmann::ordered_json object;
+  object["type"] = TypeName(meta.type);
+  object["typeId"] = static_cast<int>(meta.type);
+  object["formatByte"] = meta.format;
+  object["byteOrder"] = ByteOrderOf(meta.format);
+  object["entries"] = meta.entries;
+  object["distinctKeys"] = meta.distinct;
+  object["keys"] = PagesAsJson(keys);
+  object["lines"] = PagesAsJson(lines);
+  object["pageSize"] = keys.ms_psize;
+  object["fileBytes"] = index.FileBytes();
+  return object.dump(2) + '\n';
+}
+
+std::string AsText(IndexReader const& index, MDB_stat const& keys, MDB_stat const& lines) {
+  IndexMeta const& meta = index.Meta();
+  std::string text;
+  auto const row = [&text](char const* name, std::string const& value) {
+    text += fmt::format("{:<15}{}\n", name, value);
+  };
+  row("type", fmt::format("{} (id {})", TypeName(meta.type), static_cast<int>(meta.type)));
+  row("format byte", fmt::format("{} ({}-endian)", meta.format, ByteOrderOf(meta.format)));
+  row("entries", fmt::format("{}", meta.entries));
+  row("distinct keys", fmt::format("{}", meta.distinct));
+  row("tree of keys", PagesAsText(keys));
+  row("tree of lines", PagesAsText(lines));
+  row("page size", fmt::format("{} bytes", keys.ms_psize));
+  row("file", fmt::format("{} bytes", index.FileBytes()));
+  return text;
+}
+
+}  // namespace
+
+int ShowIndexStatistics(ReadOptions const& options) {
+  IndexReader const index(options.file);
+  NoteUnusedOptions(options, index);
+  MDB_stat const keys = index.Statistics(index.Keys());
+  MDB_stat const lines = index.Statistics(index.Lines());
+  if (keys.ms_entries != index.Meta().entries || lines.ms_entries != index.Meta().entries) {
+    throw Trouble(fmt::format("{} (number of entries)", DamageMessage(index.Name())));
+  }
+  WriteOutput(options.json ? AsJson(index, keys, lines) : AsText(index, keys, lines));
+  return kDone;
+}
+
+}  // namespace xo::tool

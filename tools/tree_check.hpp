@@ -1,0 +1,29 @@
+#pragma once
+
+#include <lmdb.h>
+
+#include <cstdint>
+#include <functional>
+#include <string>
+
+#include "tools/index_layout.hpp"
+
+namespace xo::tool {
+
+/// Sums over a whole database.
+struct TreeTotals {
+  std::uint64_t entries = 0;
+  std::uint64_t distinct = 0;
+  std::uint64_t checksum = 0;
+};
+
+/// Walks the `keys` database of the index `name` from end to end: each key is above the one before
+/// it, and the lines of each ascend. `visit` is called for every line number. What is out of order
+/// is `Trouble`.
+TreeTotals CheckKeys(MDB_txn* transaction, MDB_dbi keys, std::string const& name,
+                     std::function<void(LineNumber)> const& visit);
+
+/// The same for the `lines` database.
+TreeTotals CheckLines(MDB_txn* transaction, MDB_dbi lines, std::string const& name);
+
+}  // namespace xo::tool

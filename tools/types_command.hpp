@@ -1,0 +1,11 @@
+#pragma once
+
+#include <CLI/App.hpp>
+#include <functional>
+
+namespace xo::tool {
+
+/// Adds `types`, which shows the table of types, to `tool`; the rest as at `AddIndexCommands`.
+void AddTypesCommand(CLI::App& tool, std::function<int()>& command);
+
+}  // namespace xo::tool
