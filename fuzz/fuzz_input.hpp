@@ -1,0 +1,74 @@
+#pragma once
+
+#include <fuzzer/FuzzedDataProvider.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <xotypemgr.hpp>
+
+/// What the fuzz targets share: a choice of row and format, and buffers of an exact size.
+namespace fuzz {
+
+/// Elements at most, so that a run stays fast.
+inline constexpr unsigned kMostElements = 300;
+
+/// An operation on any id, also one without a row, of either table.
+struct Request {
+  explicit Request(FuzzedDataProvider& input)
+      : manager(input.ConsumeBool() ? 3 : 5),
+        type(static_cast<char>(input.ConsumeIntegral<std::int8_t>())),
+        format(input.ConsumeIntegral<unsigned char>()),
+        count(input.ConsumeIntegralInRange<unsigned>(0, kMostElements)) {}
+
+  XoTypeMgr manager;
+  char type;
+  unsigned char format;
+  unsigned count;
+
+  /// Size of an element: of all rows that read their elements, in memory as on disk.
+  std::size_t Width() const { return manager.MemLenGet(type, 1); }
+
+  /// Bytes that an operation on `count` elements may touch when told that `length` are there:
+  /// whole elements, as a partial last one is touched whole.
+  std::size_t Reach(unsigned length) const {
+    std::size_t const whole = count * Width();
+    if (length == 0 || Width() == 0) return whole;
+    return std::min(whole, (length + Width() - 1) / Width() * Width());
+  }
+};
+
+/// A buffer on the heap of exactly `size` bytes, so that the sanitizer sees a byte too far; filled
+/// from the input as far as that goes. It starts at an odd address where `skew` is set.
+class Buffer {
+ public:
+  Buffer(FuzzedDataProvider& input, std::size_t size, bool skew)
+      : bytes(new unsigned char[size + (skew ? 1 : 0)]), length(size), offset(skew ? 1 : 0) {
+    std::size_t const filled = input.ConsumeData(Data(), size);
+    std::fill(Data() + filled, Data() + size, std::uint8_t{0});
+  }
+
+  unsigned char* Data() { return bytes.get() + offset; }
+
+  /// Takes over the bytes of `other`, as far as both go, but for one bit chosen by the input.
+  void CopyFrom(Buffer& other, FuzzedDataProvider& input) {
+    std::size_t const both = std::min(length, other.length);
+    std::copy_n(other.Data(), both, Data());
+    if (both == 0 || input.ConsumeBool()) return;
+    auto const place = input.ConsumeIntegralInRange<std::size_t>(0, both - 1);
+    Data()[place] ^= static_cast<unsigned char>(1U << input.ConsumeIntegralInRange(0, 7));
+  }
+
+ private:
+  std::unique_ptr<unsigned char[]> bytes;
+  std::size_t length;
+  std::size_t offset;
+};
+
+/// Stops the run when a promise is broken.
+inline void Require(bool held) {
+  if (!held) __builtin_trap();
+}
+
+}  // namespace fuzz
