@@ -1,0 +1,8 @@
+#pragma once
+
+#include <xotypemgr.hpp>
+
+/// The peers of the comparison benchmarks: what a user would write for one type and one element
+/// alone, with the signature of the table's comparisons.
+XCompare CompareOneLong;
+XCompare CompareOneLongLong;
