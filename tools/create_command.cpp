@@ -76,7 +76,10 @@ int CreateIndex(CreateOptions const& options) {
     report += fmt::format("; lines without a value skipped: {}", skipped.count);
     if (skipped.count > 0) report += fmt::format(", the first of them line {}", skipped.first);
   }
+  // Told before the index takes its place, so that nothing can fail any more once it has.
   WriteOutput(report + '\n');
+  FlushOutput();
+  writer.Install();
   return kDone;
 }
 

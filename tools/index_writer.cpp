@@ -15,7 +15,7 @@ namespace {
 
 /// Address space for the map of an index that is written. It costs neither memory nor disk, and
 /// bounds the size of the index.
-constexpr std::size_t kMapSize = std::size_t{1} << (sizeof(std::size_t) == 8 ? 40 : 30);
+constexpr std::size_t kMapSize = std::size_t{1} << 40;
 
 /// The path of an index to be: what is there already must be an index that can be opened.
 std::string const& RequireReplaceable(std::string const& path) {
@@ -108,9 +108,10 @@ IndexMeta IndexWriter::Commit(Progress& progress) {
   meta.keysChecksum = totals.checksum;
   progress.Phase("writing");
   CommitTransaction();
-  file.Install();
   return meta;
 }
+
+void IndexWriter::Install() { file.Install(); }
 
 void IndexWriter::CommitTransaction() {
   MetaRecord const record = EncodeMeta(meta);

@@ -11,9 +11,10 @@
 
 namespace xo::tool {
 
-/// Builds an index, in one transaction and in a file of its own that takes its place as the last
-/// step of `Commit`. So a build that fails leaves an index that was there as it was, searches that
-/// are under way go on in the index that they began in, and of two builds the later one stays.
+/// Builds an index, in one transaction and in a file of its own that takes its place with
+/// `Install`, and is gone without it. So a build that fails leaves an index that was there as it
+/// was, searches that are under way go on in the index that they began in, and of two builds the
+/// later one stays.
 class IndexWriter {
  public:
   /// Begins an index of stored values of `type` in `format` for the file at `path`. A file that is
@@ -26,8 +27,12 @@ class IndexWriter {
   /// Adds the value of a line. Lines come in ascending order.
   void Add(StoredValue const& value, LineNumber line, std::string_view text);
 
-  /// Checks the whole tree of keys and puts the index in its place; returns what it holds.
+  /// Ends the building: checks the whole tree of keys and writes all to the disk. Returns what the
+  /// index holds.
   IndexMeta Commit(Progress& progress);
+
+  /// Puts the index, committed before, in its place.
+  void Install();
 
  private:
   MDB_dbi MakeDatabase(char const* databaseName, unsigned flags) const;

@@ -41,8 +41,7 @@ struct HeaderPage {
   std::size_t lastPage;
   std::size_t transaction;
 };
-static_assert(sizeof(HeaderPage) ==
-              16 + 8 + (sizeof(std::size_t) == 8 ? 16 + 96 + 16 : 8 + 56 + 8));
+static_assert(sizeof(HeaderPage) == 16 + 8 + 16 + 96 + 16);
 
 constexpr std::uint16_t kHeaderPageFlag = 0x08;
 constexpr std::uint32_t kMagic = 0xBEEFC0DE;

@@ -16,11 +16,16 @@
 namespace xo::tool {
 namespace {
 
-/// The path behind symbolic links, so that the file is replaced and not a link to it.
-std::filesystem::path FollowLinks(std::string const& path) {
+/// The path behind symbolic links, so that the file is replaced and not a link to it. What the last
+/// link points at need not be there yet.
+std::filesystem::path FollowLinks(std::filesystem::path path) {
+  constexpr int kMostLinks = 40;  // as the system's own limit; a ring of links ends here
   std::error_code error;
-  auto const followed = std::filesystem::canonical(path, error);
-  return error ? std::filesystem::path{path} : followed;
+  for (int link = 0; link < kMostLinks && std::filesystem::is_symlink(path, error); ++link) {
+    // A relative link counts from the folder that it stands in.
+    path = path.parent_path() / std::filesystem::read_symlink(path, error);
+  }
+  return path;
 }
 
 std::filesystem::path FolderOf(std::filesystem::path const& path) {

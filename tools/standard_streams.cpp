@@ -31,8 +31,12 @@ void WriteOutput(std::string_view text) {
   if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size()) ThrowUnwritten();
 }
 
-void FinishOutput() {
+void FlushOutput() {
   if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0) ThrowUnwritten();
+}
+
+void FinishOutput() {
+  FlushOutput();
   // Network file systems tell about a full disk at the close.
   if (close(STDOUT_FILENO) != 0) ThrowUnwritten();
 }

@@ -11,6 +11,9 @@ void HoldStandardDescriptors();
 /// Writes to standard output; what cannot be written is `Trouble`.
 void WriteOutput(std::string_view text);
 
+/// Before a step that must not be taken when its report cannot be written.
+void FlushOutput();
+
 /// To be called at the end of every command: only now is it known whether all output was written.
 void FinishOutput();
 

@@ -28,9 +28,6 @@ class ValueCodec {
   /// Why `text` stands for no value: the text and what is wrong with it.
   std::string Complaint(std::string_view text) const;
 
-  /// Bytes of each stored value.
-  std::size_t Width() const { return width; }
-
  private:
   XoTypeMgr manager;
   char type;

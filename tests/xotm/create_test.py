@@ -136,6 +136,13 @@ class Replacing(ToolTest):
         self.assertTrue(os.path.islink(self.path("link")))
         self.assertEqual(self.lines("range", "folder/i", "0", "9"), ["2"])
 
+    def test_ALinkToNoFileYetGetsItsFile(self):
+        os.mkdir(self.path("folder"))
+        os.symlink("folder/i", self.path("link"))
+        self.create("link", "1\n")
+        self.assertTrue(os.path.islink(self.path("link")))
+        self.assertEqual(self.lines("find", "folder/i", "1"), ["1"])
+
     def test_AFailedBuildLeavesTheEarlierIndexToTheByte(self):
         self.create("i", "1\n2\n3\n")
         before = self.read("i")
