@@ -1,5 +1,6 @@
 #include "base/config.hpp"
 
+#include <bit>
 #include <cstdint>
 #include <cstring>
 
@@ -21,7 +22,7 @@ char const* SectionName(XoConfigSection const* section) {
 XoConfig* DefaultConfig(XoConfig* config) {
   XoConfig* const present = defaultConfig;
   // The all-ones pointer is a question, not an object.
-  if (reinterpret_cast<std::uintptr_t>(config) != UINTPTR_MAX) defaultConfig = config;
+  if (std::bit_cast<std::uintptr_t>(config) != UINTPTR_MAX) defaultConfig = config;
   return present;
 }
 

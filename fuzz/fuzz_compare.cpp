@@ -4,9 +4,9 @@
 /// of one length turns round when they change places.
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size) {
   FuzzedDataProvider input(data, size);
-  fuzz::Request const request(input);
-  auto const lengthA = input.ConsumeIntegral<std::uint16_t>();
-  auto const lengthB = input.ConsumeBool() ? lengthA : input.ConsumeIntegral<std::uint16_t>();
+  fuzz::Request const request(input, fuzz::Counts::kAny);
+  unsigned const lengthA = request.LengthFrom(input);
+  unsigned const lengthB = input.ConsumeBool() ? lengthA : request.LengthFrom(input);
   auto const op = input.ConsumeIntegral<unsigned short>();
   fuzz::Buffer a(input, request.Reach(lengthA), input.ConsumeBool());
   fuzz::Buffer b(input, request.Reach(lengthB), input.ConsumeBool());

@@ -3,8 +3,8 @@
 /// Hashes arbitrary bytes: nothing is read too far, and the answer depends on the bytes alone.
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size) {
   FuzzedDataProvider input(data, size);
-  fuzz::Request const request(input);
-  auto const length = input.ConsumeIntegral<std::uint16_t>();
+  fuzz::Request const request(input, fuzz::Counts::kAny);
+  unsigned const length = request.LengthFrom(input);
   fuzz::Buffer values(input, request.Reach(length), input.ConsumeBool());
 
   int error = 0;

@@ -11,16 +11,27 @@
 /// What the fuzz targets share: a choice of row and format, and buffers of an exact size.
 namespace fuzz {
 
-/// Elements at most, so that a run stays fast.
+/// Elements at most where nothing but the count limits, so that a run stays fast.
 inline constexpr unsigned kMostElements = 300;
+
+/// Whether a count asks for elements that only a length bounds.
+enum class Counts { kSmall, kAny };
 
 /// An operation on any id, also one without a row, of either table.
 struct Request {
-  explicit Request(FuzzedDataProvider& input)
+  explicit Request(FuzzedDataProvider& input, Counts counts = Counts::kSmall)
       : manager(input.ConsumeBool() ? 3 : 5),
         type(static_cast<char>(input.ConsumeIntegral<std::int8_t>())),
         format(input.ConsumeIntegral<unsigned char>()),
-        count(input.ConsumeIntegralInRange<unsigned>(0, kMostElements)) {}
+        count(counts == Counts::kAny && input.ConsumeBool()
+                  ? input.ConsumeIntegral<unsigned>()
+                  : input.ConsumeIntegralInRange<unsigned>(0, kMostElements)) {}
+
+  /// A length for an operand: not 0, which means no limit, where the count is a large one.
+  unsigned LengthFrom(FuzzedDataProvider& input) const {
+    auto const length = input.ConsumeIntegral<std::uint16_t>();
+    return length == 0 && count > kMostElements ? 1 : length;
+  }
 
   XoTypeMgr manager;
   char type;
@@ -33,7 +44,7 @@ struct Request {
   /// Bytes that an operation on `count` elements may touch when told that `length` are there:
   /// whole elements, as a partial last one is touched whole.
   std::size_t Reach(unsigned length) const {
-    std::size_t const whole = count * Width();
+    std::size_t const whole = std::size_t{count} * Width();
     if (length == 0 || Width() == 0) return whole;
     return std::min(whole, (length + Width() - 1) / Width() * Width());
   }

@@ -21,7 +21,8 @@
 /// `count` everywhere is the number of elements of an array value. Pointers to values are not
 /// checked. A manager is small, holds nothing to free, and may be copied; several threads may use
 /// one. An id without a row (47 to 99, negative, above 27 on the older table) selects the `illegal`
-/// row, whose operations do nothing and answer 0, null or `ERR_TM_NOT_SUPPORTED`.
+/// row, whose operations do nothing and answer 0, null or `ERR_TM_NOT_SUPPORTED`; a status or error
+/// argument keeps the value that the caller gave it. Rows that have no operations yet are the same.
 class XO_EXPORT XoTypeMgr {
  public:
   /// A manager of a generation of the type encoding. `factory` 0 to 3 and 11 (an alias of 3) give
@@ -145,9 +146,10 @@ class XO_EXPORT XoTypeMgr {
 
   /// Replaces a value by one derived from it: by the next greater one (`kNextValue`,
   /// `kNextValueToo`) or the present one of a temporal type (`kPresentValue`). Other codes are not
-  /// supported. In memory (`format` 8) the first element is replaced in place; in another format
-  /// the disk data is, under its bits 0x81. Returns 0, `ERR_TM_NO_NEXT_VALUE` with the value
-  /// unchanged, or `ERR_TM_NOT_SUPPORTED`.
+  /// supported. In memory (`format` 8) the first element is replaced in place. In another format
+  /// the first stored element is, read and written as little-endian data whatever its order:
+  /// big-endian data must be loaded first. Text steps its own stored form. Returns 0,
+  /// `ERR_TM_NO_NEXT_VALUE` with the value unchanged, or `ERR_TM_NOT_SUPPORTED`.
   int GetValue(char type, void* value, unsigned count, unsigned char format,
                NextValueCode code) const;
 

@@ -3,6 +3,7 @@
 #include <cmath>
 #include <concepts>
 #include <cstddef>
+#include <cstring>
 
 #include "src/xotypcmp/element_match.hpp"
 #include "src/xotypes/array_walk.hpp"
@@ -76,8 +77,7 @@ template <class Value, class Family>
     if (result != 0) break;
     // Equal numbers of other bytes, such as zeros of both signs, rarely come alone, and a search
     // from each would cost more than it skips.
-    search = LoadBytes<UnsignedOf<Family::kWidth>>(Advance(buf1, offset)) ==
-             LoadBytes<UnsignedOf<Family::kWidth>>(Advance(buf2, offset));
+    search = std::memcmp(Advance(buf1, offset), Advance(buf2, offset), width) == 0;
   }
   // The end test comes after the comparison, so a decided result can carry the status; it needs no
   // look at the end while further reachable elements remain.

@@ -38,7 +38,7 @@ struct ScalarFamily {
 template <class Family>
 struct SizedByHelper : Family {
   static unsigned FileSize(unsigned char format, unsigned count) {
-    return Family::kSizeGet(nullptr, FormMemory, FormNibble(format), count);
+    return Family::kSizeGet(nullptr, FormMemory, format, count);
   }
 };
 

@@ -32,7 +32,7 @@ struct ScalarOperations {
   }
 
   static unsigned SizeGetFromMemFile(MemFile*, unsigned char format, unsigned count) {
-    return Family::FileSize(format, count);
+    return Family::FileSize(FormNibble(format), count);
   }
 
   static void Constructor(void* values, unsigned count, unsigned) {
@@ -83,7 +83,7 @@ struct ScalarOperations {
  private:
   /// How many of `count` stored elements lie whole within `length` bytes; 0 means not limited.
   static unsigned WholeElements(unsigned count, unsigned length, unsigned char format) {
-    return length == 0 ? count : std::min(count, length / DiskWidth<Family>(format));
+    return length == 0 ? count : std::min(count, length / DiskWidth<Family>(FormNibble(format)));
   }
 
   /// Disk to disk: bytes as they are, whatever the two formats, in a target that is cleared first

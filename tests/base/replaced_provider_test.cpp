@@ -179,6 +179,18 @@ TEST_F(ReplacedProvider, StoredIntegersHaveTheWidthThatItTells) {
   }
 }
 
+TEST_F(ReplacedProvider, NarrowStoredIntegersAreNotReadBeyondTheirEnd) {
+  // Of exactly the stored size on the heap, so that the sanitizer sees a byte too far.
+  std::vector<unsigned char> const content{0, 5, 0, 6};
+  auto first = content;
+  auto second = content;
+  int status = -1;
+  EXPECT_EQ(manager.Cmp(XoINT_T, 0, first.data(), 0, second.data(), 0, 2, FormBig, status), 0);
+  EXPECT_EQ(status, 0);
+  int error = -1;
+  EXPECT_EQ(manager.Hash(XoINT_T, 0, first.data(), 2, FormBig, error), (5U ^ 6U) * 1103515245U);
+}
+
 TEST_F(ReplacedProvider, WidthIsAskedWithoutDataForMemoryFormAndTheNibble) {
   int status = 0;
   manager.Cmp(XoINT_T, 4, a, 4, b, 0, 2, 0xE2, status);

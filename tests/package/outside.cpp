@@ -27,6 +27,28 @@ void UseTypes() {
   static_assert(ERR_TM_SECOND_KEY_CUT == 2115);
 }
 
+/// Operations of the manager that the rest of this program does not call.
+void NameOperations() {
+  using Manager = XoTypeMgr;
+  int (Manager::*compareWithStatus)(char, unsigned, void*, unsigned, void*, unsigned short,
+                                    unsigned, unsigned char, int&) const = &Manager::Cmp;
+  int (Manager::*compare)(char, void*, void*, unsigned short, unsigned, unsigned char) const =
+      &Manager::Cmp;
+  Expect(compareWithStatus != nullptr && compare != nullptr, "comparisons have these signatures");
+  auto const named = [](auto... operations) { return (... && (operations != nullptr)); };
+  Expect(named(&Manager::SetFactory, &Manager::FactoryLevel, &Manager::DefaultValue, &Manager::Load,
+               &Manager::DiskLenGet, &Manager::Translate, &Manager::EvalAndBound,
+               &Manager::IsNullValue, &Manager::LoadPtrGet, &Manager::StorePtrGet,
+               &Manager::DestructorPtrGet, &Manager::AssignmentPtrGet, &Manager::CopyPtrGet,
+               &Manager::IsNullPtrGet, &Manager::SetNullPtrGet, &Manager::ComparePtrGet,
+               &Manager::MemLenGet, &Manager::IsFixed, &Manager::GetArrayElement, &Manager::NameGet,
+               &Manager::TypeIdNameGet, &Manager::Name2XoTypeId, &Manager::IsValidType,
+               &Manager::SupportsCapability, &Manager::SupportsNullValue, &Manager::ExchangeFormat,
+               &Manager::ExchangePrintToXoStringFunc, &Manager::ExchangeScanFromXoStringFunc,
+               &Manager::ExchangeXoTypeCmpFunc, &Manager::DiskIsNullValue),
+         "operations are there");
+}
+
 void UseManager() {
   ___XoTypemgrContext(1);
   XoTypeMgr* const manager = DefaultTypeMgr(nullptr);
@@ -121,6 +143,11 @@ void UseIdentity() {
   Expect(XoCheckDll(0) == 0 && CheckXoVersionNumber(12, 0, 2, 248, 0, 0) == 0, "versions match");
   Expect(&___XoTypeMgrOptions() == &XoTypeMgrOptions, "the option word");
   XoLanguageContext::SetDefaultLanguage(1);
+  XoLanguageContext::SetDefaultCodeSet(XoLanguageContext::GetDefault8CodeSet());
+  XoLanguageContext::SetDefaultCmpOp(XoLanguageContext::GetDefaultCmpOp());
+  Expect(XoLanguageContext::GetDefaultCodeSet() == XoLanguageContext::GetNativeCodeSet() &&
+             XoLanguageContext::GetDefault16CodeSet() == 253,
+         "the code sets");
   Expect(XoLanguageContext::GetDefaultLanguage() == 1, "the language context");
   ___XoI18NContext(0);
 }
@@ -129,6 +156,7 @@ void UseIdentity() {
 
 int main() {
   UseTypes();
+  NameOperations();
   UseManager();
   UseBaseServices();
   UseIdentity();

@@ -11,7 +11,7 @@ trap 'rm -rf "$work"' EXIT
 cmake --install "$build" --prefix "$work/prefix" >/dev/null
 
 # The CMake package.
-cmake -S "$source/tests/package" -B "$work/outside" -DCMAKE_CXX_COMPILER="$compiler" \
+cmake -G Ninja -S "$source/tests/package" -B "$work/outside" -DCMAKE_CXX_COMPILER="$compiler" \
   -DCMAKE_CXX_FLAGS="$*" -DCMAKE_PREFIX_PATH="$work/prefix" >/dev/null
 cmake --build "$work/outside" >/dev/null
 "$work/outside/outside_shared"
@@ -19,7 +19,8 @@ cmake --build "$work/outside" >/dev/null
 echo "CMake package: shared and static program ran"
 
 # pkg-config, with the README's first program besides.
-export PKG_CONFIG_PATH="$(dirname "$(find "$work/prefix" -name xotypemgr.pc)")"
+PKG_CONFIG_PATH=$(dirname "$(find "$work/prefix" -name xotypemgr.pc)")
+export PKG_CONFIG_PATH
 libraries=$(pkg-config --variable=libdir xotypemgr)
 for program in "$source/tests/package/outside.cpp" "$source/examples/first_program.cpp"; do
   # shellcheck disable=SC2046 # flags are words
