@@ -35,6 +35,8 @@ def main(files):
 
     rows = [("benchmark", "ours", "peer", "", "ratio")]
     for pair, sides in times.items():
+        if "ours" not in sides:
+            continue  # the filter left the peer alone
         ours = statistics.median(sides.pop("ours"))
         for peer, runs in sides.items():
             other = statistics.median(runs)
