@@ -16,7 +16,10 @@ install(FILES
   base/clock.hpp base/config.hpp base/export.hpp base/format.hpp base/mem_file.hpp
   base/platform.hpp base/scalar_disk.hpp base/version.hpp
   DESTINATION ${include_dir}/base)
-install(FILES intl/language_context.hpp DESTINATION ${include_dir}/intl)
+install(FILES
+  intl/code_set.hpp intl/language.hpp intl/language_context.hpp intl/order_table.hpp
+  intl/wide_list.hpp
+  DESTINATION ${include_dir}/intl)
 
 configure_package_config_file(cmake/xotypemgr-config.cmake.in xotypemgr-config.cmake
   INSTALL_DESTINATION ${package_dir})

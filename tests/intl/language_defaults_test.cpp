@@ -5,6 +5,12 @@
 namespace xo::test {
 namespace {
 
+#if defined(_WIN32)
+constexpr unsigned char kNative = 15;  // windows-1252
+#else
+constexpr unsigned char kNative = 1;  // ISO 8859-1
+#endif
+
 /// All defaults, as they stand when this is made.
 struct Present {
   int codeSet = XoLanguageContext::GetDefaultCodeSet();
@@ -28,7 +34,7 @@ TEST_F(LanguageDefaults, StandAtLoad) {
   EXPECT_EQ(atLoad.codeSet, 1);
   EXPECT_EQ(atLoad.codeSet8, 1);
   EXPECT_EQ(atLoad.codeSet16, 253);
-  EXPECT_EQ(atLoad.nativeCodeSet, 1);
+  EXPECT_EQ(atLoad.nativeCodeSet, kNative);
   EXPECT_EQ(atLoad.language, 0);
   EXPECT_EQ(atLoad.cmpOp, 0x0010);
 }
@@ -49,7 +55,7 @@ TEST_F(LanguageDefaults, OtherDefaultsStayWhenOneIsSet) {
   XoLanguageContext::SetDefaultCodeSet(253);
   EXPECT_EQ(XoLanguageContext::GetDefault8CodeSet(), 1);
   EXPECT_EQ(XoLanguageContext::GetDefault16CodeSet(), 253);
-  EXPECT_EQ(XoLanguageContext::GetNativeCodeSet(), 1);
+  EXPECT_EQ(XoLanguageContext::GetNativeCodeSet(), kNative);
   EXPECT_EQ(XoLanguageContext::GetDefaultLanguage(), 0);
   EXPECT_EQ(XoLanguageContext::GetDefaultCmpOp(), 0x0010);
 }

@@ -130,6 +130,25 @@ void UseBaseServices() {
          "configuration");
 }
 
+void UseLanguages() {
+  XoCodeSet const* const unicode = XoLanguageContext::QueryCodeSet(253);
+  Expect(unicode->MapCharacter(0x80, 15) == 0x20AC && unicode->HasCharacter('a') != 0, "mapping");
+  OrderTable const* const orders = unicode->orderTable;
+  CharOrderEntry const* const entry = orders->GetEntry(0xDF);
+  Expect(entry == orders->Find(0xDF) && entry->HasExpansion(), "sort orders");
+  Expect(entry->Expansion().count == 1 && *entry->GroupOverride() == 2, "an expansion");
+  XoWCharList const list{1, {7}};
+  unsigned short value = 0;
+  Expect(list.Get(0, &value) == 0 && value == 7 && list.Get(1, &value) == -2005, "a list");
+  XoUnicodeProps const* const forms = unicode->GetUnicodeProps(0xDF, 0);
+  Expect(forms->upperCase == 'S' && forms->UpperExpansion().count == 1, "case forms");
+  Expect(XoLanguageContext::QueryLanguage(1)->group == unicode->CodeSetGroup(1), "a language");
+  Expect(XoLanguageContext::GetCollationVersion() != 0 &&
+             XoLanguageContext::GetCollationFingerprint() ==
+                 XoLanguageContext::ComputeCollationFingerprint(),
+         "the collation's version");
+}
+
 void UseIdentity() {
   unsigned numbers[6];
   char const* texts[5];
@@ -159,6 +178,7 @@ int main() {
   NameOperations();
   UseManager();
   UseBaseServices();
+  UseLanguages();
   UseIdentity();
   return failures == 0 ? 0 : 1;
 }

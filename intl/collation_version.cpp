@@ -1,0 +1,83 @@
+#include "intl/data/tables.hpp"
+#include "intl/language_context.hpp"
+
+using namespace xo::intl;
+
+namespace {
+
+/// FNV-1a of 64 bits, over values instead of bytes, so that no byte order enters it.
+class Fingerprint {
+ public:
+  template <class... Values>
+  void Add(Values... values) {
+    ((value = (value ^ static_cast<unsigned long long>(values)) * 0x100000001B3ULL), ...);
+  }
+
+  template <class Value>
+  void AddAll(Value const* values, unsigned count) {
+    for (unsigned index = 0; index < count; ++index) Add(values[index]);
+  }
+
+  void AddList(XoWCharList const& list) {
+    Add(list.count);
+    AddAll(list.values, list.count);
+  }
+
+  unsigned long long value = 0xCBF29CE484222325ULL;
+};
+
+void AddMapping(Fingerprint& sum) {
+  for (unsigned index = 0; index < kCodeSetTableCount; ++index) {
+    CodeSetTables const& each = kCodeSetTables[index];
+    sum.Add(each.wide, each.ordered, each.substitute, each.toUnicode, each.fromUnicode,
+            each.orders);
+  }
+  sum.AddAll(kPageIndexes, kPageIndexCount);
+  sum.AddAll(kToUnicodePages, kToUnicodePageCount);
+  sum.AddAll(kFromUnicodeNarrowPages, kFromUnicodeNarrowPageCount);
+  sum.AddAll(kFromUnicodeWidePages, kFromUnicodeWidePageCount);
+}
+
+void AddCase(Fingerprint& sum) {
+  sum.AddAll(kCaseBlocks, 1024);
+  sum.AddAll(kCasePages, kCasePageCount);
+  for (unsigned index = 0; index < kCaseFormCount; ++index) kCaseForms[index].Visit(sum);
+  for (unsigned index = 0; index < kCaseListCount; ++index) sum.AddList(kCaseLists[index]);
+  for (unsigned index = 0; index < kLanguageCaseCount; ++index) {
+    LanguageCase const& each = kLanguageCases[index];
+    sum.Add(each.language, each.character, each.properties);
+  }
+}
+
+void AddOrders(Fingerprint& sum) {
+  for (unsigned index = 0; index < kOrderEntryCount; ++index) kOrderEntries[index].Visit(sum);
+  sum.AddAll(kUnicodeBlocks, 1024);
+  for (unsigned index = 0; index < kOrderExpansionCount; ++index) {
+    sum.AddList(kOrderExpansions[index]);
+  }
+  for (unsigned index = 0; index < kOrderLinkCount; ++index) {
+    OrderLinks const& each = kOrderLinks[index];
+    sum.Add(each.languages, each.firstVariant, each.firstContraction, each.contractionCount);
+  }
+  sum.AddAll(kVariantEntries, kVariantEntryCount);
+  sum.AddAll(kContractionCharacters, kContractionCount);
+  sum.AddAll(kContractionEntries, kContractionCount);
+}
+
+}  // namespace
+
+unsigned XoLanguageContext::GetCollationVersion() { return kCollationVersion; }
+
+unsigned long long XoLanguageContext::GetCollationFingerprint() { return kCollationFingerprint; }
+
+unsigned long long XoLanguageContext::ComputeCollationFingerprint() {
+  Fingerprint sum;
+  AddOrders(sum);
+  AddMapping(sum);
+  AddCase(sum);
+  for (unsigned index = 0; index < kLanguageCount; ++index) {
+    XoLanguage const& each = kLanguages[index];
+    sum.Add(each.number, each.group, each.hasVariants, each.hasCaseRules);
+  }
+  return sum.value;
+}

@@ -1,0 +1,10 @@
+// Written by intl/tools/generate.py from Unicode 15.0.0 and CLDR 41. Do not edit.
+// clang-format off
+#include "intl/data/tables.hpp"
+
+namespace xo::intl {
+
+constinit unsigned const kCollationVersion = 1;
+constinit unsigned long long const kCollationFingerprint = 0x78bb8b3db7697e40;
+
+}  // namespace xo::intl

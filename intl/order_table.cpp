@@ -1,0 +1,66 @@
+#include "intl/order_table.hpp"
+
+#include <bit>
+
+#include "intl/data/tables.hpp"
+
+using namespace xo::intl;
+
+CharOrderEntry const* OrderTable::GetEntry(unsigned short character) const {
+  return Find(character);
+}
+
+XoWCharList const& CharOrderEntry::Expansion() const { return kOrderExpansions[expansion]; }
+
+CharOrderEntry const* CharOrderEntry::Variant(unsigned char language) const {
+  if (language >= 64) return nullptr;
+  OrderLinks const& own = kOrderLinks[links];
+  unsigned long long const bit = 1ULL << language;
+  if ((own.languages & bit) == 0) return nullptr;
+  auto const before = static_cast<unsigned>(std::popcount(own.languages & (bit - 1)));
+  return &kOrderEntries[kVariantEntries[own.firstVariant + before]];
+}
+
+unsigned CharOrderEntry::VariantCount() const {
+  return static_cast<unsigned>(std::popcount(kOrderLinks[links].languages));
+}
+
+XoLanguage const* CharOrderEntry::VariantLanguage(unsigned index) const {
+  unsigned long long languages = kOrderLinks[links].languages;
+  for (; languages != 0 && index != 0; --index) languages &= languages - 1;
+  return languages != 0 ? &kLanguages[std::countr_zero(languages)] : nullptr;
+}
+
+CharOrderEntry const* CharOrderEntry::VariantEntry(unsigned index) const {
+  if (index >= VariantCount()) return nullptr;
+  return &kOrderEntries[kVariantEntries[kOrderLinks[links].firstVariant + index]];
+}
+
+CharOrderEntry const* CharOrderEntry::Contraction(unsigned short character) const {
+  OrderLinks const& own = kOrderLinks[links];
+  unsigned low = own.firstContraction;
+  unsigned high = low + own.contractionCount;
+  unsigned const end = high;
+  while (low < high) {
+    unsigned const middle = (low + high) / 2;
+    if (kContractionCharacters[middle] < character) {
+      low = middle + 1;
+    } else {
+      high = middle;
+    }
+  }
+  if (low == end || kContractionCharacters[low] != character) return nullptr;
+  return &kOrderEntries[kContractionEntries[low]];
+}
+
+unsigned CharOrderEntry::ContractionCount() const { return kOrderLinks[links].contractionCount; }
+
+unsigned short CharOrderEntry::ContractionCharacter(unsigned index) const {
+  if (index >= ContractionCount()) return 0;
+  return kContractionCharacters[kOrderLinks[links].firstContraction + index];
+}
+
+CharOrderEntry const* CharOrderEntry::ContractionEntry(unsigned index) const {
+  if (index >= ContractionCount()) return nullptr;
+  return &kOrderEntries[kContractionEntries[kOrderLinks[links].firstContraction + index]];
+}

@@ -1,0 +1,95 @@
+#pragma once
+
+#include "base/export.hpp"
+#include "intl/language.hpp"
+#include "intl/wide_list.hpp"
+
+/// How a character, or a contraction of several, is sorted: its order, the orders that follow it,
+/// and what may replace it. Constant records of the tables; pointers to them stay valid as long as
+/// the library, and any thread may read them.
+class XO_EXPORT CharOrderEntry {
+ public:
+  constexpr CharOrderEntry(unsigned short order_, unsigned char group_, unsigned char flags_,
+                           unsigned short expansion_, unsigned short links_)
+      : order(order_), group(group_), flags(flags_), expansion(expansion_), links(links_) {}
+
+  /// The sort order; its layout is told in docs/sort-orders.md. Never 0 in an entry that is given
+  /// out.
+  unsigned short order;
+
+  /// The order group of this entry; null means the group of the code set for the language
+  /// (`XoCodeSet::CodeSetGroup`).
+  unsigned char const* GroupOverride() const { return group != 0 ? &group : nullptr; }
+
+  /// Whether the character that follows in the text may belong to this one.
+  bool HasContractions() const { return (flags & kHasContractions) != 0; }
+  /// Whether a language may replace this entry.
+  bool HasVariants() const { return (flags & kHasVariants) != 0; }
+  /// Whether further orders follow this one.
+  bool HasExpansion() const { return (flags & kHasExpansion) != 0; }
+
+  /// The orders that follow `order`; empty without an expansion.
+  XoWCharList const& Expansion() const;
+
+  /// The entry that replaces this one in a language; null where the language has none.
+  CharOrderEntry const* Variant(unsigned char language) const;
+  /// Number of languages with a variant of this entry.
+  unsigned VariantCount() const;
+  /// Language `index` of those with a variant, in the order of their numbers, and its entry; null
+  /// past the end.
+  XoLanguage const* VariantLanguage(unsigned index) const;
+  CharOrderEntry const* VariantEntry(unsigned index) const;
+
+  /// The entry of this one together with the character behind it, which is a code of the table's
+  /// code set; null where they do not contract. The entry given may contract further. A contraction
+  /// found in a variant entry already is the language's own.
+  CharOrderEntry const* Contraction(unsigned short character) const;
+  /// Number of characters that contract with this one.
+  unsigned ContractionCount() const;
+  /// Character `index` of those, in rising order, and the entry that it leads to; 0 and null past
+  /// the end.
+  unsigned short ContractionCharacter(unsigned index) const;
+  CharOrderEntry const* ContractionEntry(unsigned index) const;
+
+  /// Hands all fields to `visitor.Add`, in order.
+  template <class Visitor>
+  void Visit(Visitor& visitor) const {
+    visitor.Add(order, group, flags, expansion, links);
+  }
+
+ private:
+  static constexpr unsigned char kHasContractions = 1;
+  static constexpr unsigned char kHasVariants = 2;
+  static constexpr unsigned char kHasExpansion = 4;
+
+  unsigned char group;
+  unsigned char flags;
+  unsigned short expansion;
+  unsigned short links;
+};
+
+/// The sort orders of a code set.
+class XO_EXPORT OrderTable {
+ public:
+  /// A table of one entry for each code (`blocks` null, 256 entries), or of blocks of 64 entries
+  /// which `blocks` names for all 65536 codes.
+  constexpr OrderTable(CharOrderEntry const* entries_, unsigned char const* blocks_)
+      : entries(entries_), blocks(blocks_) {}
+
+  /// The entry of a character, which is a code of the table's code set; null where it has none.
+  /// Every code of an 8-bit set and every code below 512 has one; of a wider code, an 8-bit set
+  /// looks at the low byte.
+  virtual CharOrderEntry const* GetEntry(unsigned short character) const;
+
+  /// The same without a virtual call, for the inner loop of comparisons.
+  CharOrderEntry const* Find(unsigned short character) const {
+    if (blocks == nullptr) return entries + (character & 0xFFu);
+    CharOrderEntry const* const entry =
+        entries + (static_cast<unsigned>(blocks[character >> 6]) << 6) + (character & 63u);
+    return entry->order != 0 ? entry : nullptr;
+  }
+
+ private:
+  CharOrderEntry const* entries;
+  unsigned char const* blocks;
+};

@@ -1,0 +1,267 @@
+"""Writes the tables as C++ sources, and works out their fingerprint."""
+
+WIDTH = 100
+HEADER = """// Written by intl/tools/generate.py from Unicode {unicode} and CLDR {cldr}. Do not edit.
+// clang-format off
+#include "intl/data/tables.hpp"
+
+namespace xo::intl {{
+"""
+
+
+class Fingerprint:
+    """FNV-1a of 64 bits, over values instead of bytes."""
+
+    def __init__(self):
+        self.value = 0xCBF29CE484222325
+
+    def add(self, values):
+        value = self.value
+        for each in values:
+            value = ((value ^ each) * 0x100000001B3) & 0xFFFFFFFFFFFFFFFF
+        self.value = value
+
+
+def wrapped(items):
+    lines, line = [], " "
+    for item in items:
+        if len(line) + len(item) + 2 > WIDTH:
+            lines.append(line)
+            line = " "
+        line += " " + item + ","
+    if line.strip():
+        lines.append(line)
+    return "\n".join(lines)
+
+
+def array(declaration, items):
+    items = list(items)
+    return f"constinit {declaration} = {{\n{wrapped(items or ['0'])}\n}};\n"
+
+
+def count(name, number):
+    return f"constinit unsigned const {name} = {number};\n"
+
+
+def numbers(values):
+    return [str(value) for value in values]
+
+
+def wide_list(values):
+    return f"{{{len(values)}, {{{', '.join(str(value) for value in values)}}}}}"
+
+
+class Pages:
+    """Pages of 64 values, each kept once."""
+
+    def __init__(self):
+        self.values = [0] * 64
+        self.known = {tuple(self.values): 0}
+
+    def place(self, page):
+        page = tuple(page)
+        if page not in self.known:
+            self.known[page] = len(self.values) // 64
+            self.values.extend(page)
+        return self.known[page]
+
+
+def order_source(tables):
+    parts = []
+    parts.append(array("CharOrderEntry const kOrderEntries[]",
+                       ("{" + ",".join(str(value) for value in entry) + "}"
+                        for entry in tables.entries)))
+    parts.append(count("kOrderEntryCount", len(tables.entries)))
+    parts.append(count("kUnicodeEntries", tables.unicode_start))
+    parts.append(array("unsigned char const kUnicodeBlocks[1024]", numbers(tables.blocks)))
+    parts.append(array("XoWCharList const kOrderExpansions[]",
+                       (wide_list(values) for values in tables.expansions)))
+    parts.append(count("kOrderExpansionCount", len(tables.expansions)))
+    parts.append(array("OrderLinks const kOrderLinks[]",
+                       (f"{{{link[0]:#x},{link[1]},{link[2]},{link[3]}}}"
+                        for link in tables.links)))
+    parts.append(count("kOrderLinkCount", len(tables.links)))
+    parts.append(array("unsigned short const kVariantEntries[]",
+                       numbers(tables.variant_targets)))
+    parts.append(count("kVariantEntryCount", len(tables.variant_targets)))
+    parts.append(array("unsigned short const kContractionCharacters[]",
+                       numbers(tables.contraction_characters)))
+    parts.append(array("unsigned short const kContractionEntries[]",
+                       numbers(tables.contraction_targets)))
+    parts.append(count("kContractionCount", len(tables.contraction_characters)))
+    return "\n".join(parts)
+
+
+def order_values(tables):
+    for entry in tables.entries:
+        yield from entry
+    yield from tables.blocks
+    for values in tables.expansions:
+        yield len(values)
+        yield from values
+    for link in tables.links:
+        yield from link
+    yield from tables.variant_targets
+    yield from tables.contraction_characters
+    yield from tables.contraction_targets
+
+
+class CodeSetData:
+    def __init__(self, code_sets, to_unicode, from_unicode, undefined, order_start):
+        self.to_pages = Pages()
+        self.narrow = Pages()
+        self.wide = Pages()
+        self.indexes = []
+        self.tables = []
+        runs = {}
+        for code_set in code_sets:
+            to, back = to_unicode[code_set.number], from_unicode[code_set.number]
+            double = code_set.kind == "double"
+            pages = [self.to_pages.place(to.get(code, undefined)
+                                         for code in range(first, first + 64))
+                     for first in range(0, 0x10000 if double else 0x100, 64)]
+            pool = self.wide if double else self.narrow
+            backward = [pool.place(back.get(code, 0) for code in range(first, first + 64))
+                        for first in range(0, 0x10000, 64)]
+            places = []
+            for run in (tuple(pages), tuple(backward)):
+                if run not in runs:
+                    runs[run] = len(self.indexes)
+                    self.indexes.extend(run)
+                places.append(runs[run])
+            ordered = code_set.kind == "ordered"
+            self.tables.append((int(double), int(ordered), back[ord("?")], *places,
+                                order_start.get(code_set.number, 0)))
+        self.code_sets = code_sets
+
+    def source(self):
+        parts = []
+        parts.append(array("CodeSetTables const kCodeSetTables[]", (
+            f"{{{str(bool(wide)).lower()},{str(bool(ordered)).lower()},{substitute},{to},{back},"
+            f"{orders}}}" for wide, ordered, substitute, to, back, orders in self.tables)))
+        parts.append(count("kCodeSetTableCount", len(self.tables)))
+        parts.append(array("unsigned short const kPageIndexes[]", numbers(self.indexes)))
+        parts.append(count("kPageIndexCount", len(self.indexes)))
+        for name, kind, pages in (("kToUnicode", "short", self.to_pages),
+                                  ("kFromUnicodeNarrow", "char", self.narrow),
+                                  ("kFromUnicodeWide", "short", self.wide)):
+            parts.append(array(f"unsigned {kind} const {name}Pages[]", numbers(pages.values)))
+            parts.append(count(f"{name}PageCount", len(pages.values)))
+        return "\n".join(parts)
+
+    def values(self):
+        for table in self.tables:
+            yield from table
+        yield from self.indexes
+        yield from self.to_pages.values
+        yield from self.narrow.values
+        yield from self.wide.values
+
+    def records_source(self):
+        """The records of the code sets: those with tables, then Unicode, then the sort orders."""
+        tables, records = [], []
+        places = [255] * 256
+        for place, code_set in enumerate(self.code_sets):
+            orders = "nullptr"
+            if code_set.kind == "ordered":
+                tables.append(f"  {{kOrderEntries + {self.tables[place][5]}, nullptr}},")
+                orders = f"&kOrderTables[{len(tables) - 1}]"
+            places[code_set.number] = len(records)
+            records.append(f'  {{{code_set.number}, "{code_set.name}", {orders}, '
+                           f"&kCodeSetTables[{place}]}},")
+        tables.append("  {kOrderEntries + {unicode}, kUnicodeBlocks},")
+        places[253] = len(records)
+        records.append(f'  {{253, "Unicode", &kOrderTables[{len(tables) - 1}], nullptr}},')
+        places[254] = len(records)
+        records.append('  {254, "sort orders", nullptr, nullptr},')
+        return (tables, records, places)
+
+
+class CaseData:
+    def __init__(self, characters, special, languages):
+        self.lists = [()]
+        self.forms = [(0, 0, 0, 0)]
+        self.pages = Pages()
+        self.language_cases = []
+        upper, lower_whole, language = {}, {}, {}
+        for code, up, low, condition in special:
+            if not condition:
+                if len(up) > 1:
+                    upper[code] = up
+                if len(low) > 1:
+                    lower_whole[code] = low
+            elif condition in ("tr", "tr Not_Before_Dot", "lt"):
+                # Turkish capital I before a combining dot is rare enough to go without a look
+                # ahead, which the operation on one character cannot take.
+                language[(condition.split()[0], code)] = (up, low)
+        index = {}
+        for code in range(0x10000):
+            first = upper.get(code, (characters.upper.get(code, 0),))
+            form = (first[0], characters.lower.get(code, 0), self._list(first[1:]),
+                    self._list(lower_whole.get(code, ())))
+            if form != self.forms[0]:
+                index[code] = self._form(form)
+        self.blocks = [self.pages.place(index.get(code, 0) for code in range(start, start + 64))
+                       for start in range(0, 0x10000, 64)]
+        for each in languages:
+            for (condition, code), (up, low) in sorted(language.items()):
+                if condition != each.case:
+                    continue
+                if len(low) == 1:
+                    form = (0 if up == (code,) else up[0], 0 if low == (code,) else low[0], 0, 0)
+                else:
+                    form = (0, characters.lower.get(code, 0), 0, self._list(low))
+                self.language_cases.append((each.number, code, self._form(form)))
+
+    def _list(self, values):
+        values = tuple(values)
+        if values not in self.lists:
+            self.lists.append(values)
+        return self.lists.index(values)
+
+    def _form(self, form):
+        if form not in self.forms:
+            self.forms.append(form)
+        return self.forms.index(form)
+
+    def source(self):
+        parts = []
+        parts.append(array("unsigned char const kCaseBlocks[1024]", numbers(self.blocks)))
+        parts.append(array("unsigned short const kCasePages[]", numbers(self.pages.values)))
+        parts.append(count("kCasePageCount", len(self.pages.values)))
+        parts.append(array("XoUnicodeProps const kCaseForms[]",
+                           (f"{{{','.join(str(value) for value in form)}}}"
+                            for form in self.forms)))
+        parts.append(count("kCaseFormCount", len(self.forms)))
+        parts.append(array("XoWCharList const kCaseLists[]",
+                           (wide_list(values) for values in self.lists)))
+        parts.append(count("kCaseListCount", len(self.lists)))
+        parts.append(array("LanguageCase const kLanguageCases[]",
+                           (f"{{{language},{code},{form}}}"
+                            for language, code, form in self.language_cases)))
+        parts.append(count("kLanguageCaseCount", len(self.language_cases)))
+        return "\n".join(parts)
+
+    def values(self):
+        yield from self.blocks
+        yield from self.pages.values
+        for form in self.forms:
+            yield from form
+        for values in self.lists:
+            yield len(values)
+            yield from values
+        for case in self.language_cases:
+            yield from case
+
+
+def language_rows(languages, groups, with_variants):
+    for each in languages:
+        yield (each.number, groups[each.script], int(each.number in with_variants),
+               int(each.case is not None), each.name, each.tag)
+
+
+def language_source(rows):
+    lines = "\n".join(f'  {{{number}, {group}, {variants}, {case}, "{name}", "{tag}"}},'
+                      for number, group, variants, case, name, tag in rows)
+    return f"constinit XoLanguage const kLanguages[] = {{\n{lines}\n}};\n" + count(
+        "kLanguageCount", len(rows))

@@ -1,0 +1,198 @@
+"""Order tables: entries of characters, their language variants and the contractions behind them."""
+
+import collections
+
+from order_layout import UNDEFINED
+from spelling import compose, spellings
+
+BLOCK = 64
+HAS_CONTRACTIONS, HAS_VARIANTS, HAS_EXPANSION = 1, 2, 4
+
+Entry = collections.namedtuple("Entry", "order group flags expansion links")
+ABSENT = Entry(0, 0, 0, 0, 0)
+
+
+class Texts:
+    """The orders of characters and of texts that contract, at the root or in a language."""
+
+    def __init__(self, layout, spelled, adopted, strings):
+        self.layout = layout
+        self.adopted = adopted
+        self.spelled = spelled
+        self.following = collections.defaultdict(set)
+        self.memory = {}
+        for text in strings:
+            if self.orders(text) is not None and self.orders(text[:1]) is not None:
+                for length in range(1, len(text)):
+                    self.following[text[:length]].add(text[length])
+
+    def orders(self, text):
+        if len(text) == 1:
+            return self.layout.orders.get(text[0])
+        if text not in self.memory:
+            self.memory[text] = self._orders(text)
+        return self.memory[text]
+
+    def _orders(self, text):
+        if text in self.spelled:
+            return self.layout.orders.get(self.spelled[text])
+        layout = self.adopted.get(text[0], self.layout)
+        elements = layout.collation.elements(text)
+        if elements is None:
+            return None
+        return layout.orders_of_elements(elements)
+
+    def node(self, text):
+        """(orders, following nodes by character) of a text, to be compared and kept."""
+        return (self.orders(text), tuple(
+            (code, self.node(text + (code,))) for code in sorted(self.following.get(text, ()))))
+
+
+class OrderTables:
+    def __init__(self, characters, root_layout, language_layouts, adopted, code_sets,
+                 to_unicode):
+        self.characters = characters
+        spelled = {}
+        for code in root_layout.orders:
+            for text in spellings(characters, code):
+                spelled.setdefault(text, code)
+        root_strings = set(spelled)
+        for text in root_layout.strings:
+            root_strings.add(text)
+            root_strings.add(compose(characters, text))
+        for layout in set(adopted.values()):
+            root_strings.update(layout.tailored)
+        root_strings = {text for text in root_strings if len(text) > 1}
+        self.root = Texts(root_layout, spelled, adopted, root_strings)
+        self.languages = {}
+        for number, layout in language_layouts.items():
+            strings = set(root_strings)
+            for text in layout.tailored:
+                strings.add(text)
+                strings.add(compose(characters, text))
+            own = dict(spelled)
+            for text in layout.tailored:
+                whole = compose(characters, text)
+                if len(whole) > 1:
+                    own.pop(whole, None)
+                    own.pop(text, None)
+            self.languages[number] = Texts(
+                layout, own, adopted, {text for text in strings if len(text) > 1})
+        self.entries = []
+        self.extra_index = {}
+        self.expansions = [()]
+        self.expansion_index = {(): 0}
+        self.links = [(0, 0, 0, 0)]
+        self.link_index = {self.links[0]: 0}
+        self.variant_targets = []
+        self.variant_runs = {}
+        self.contraction_characters = []
+        self.contraction_targets = []
+        self.contraction_runs = {}
+        self._find_changes()
+        self._build(code_sets, to_unicode)
+
+    def _find_changes(self):
+        """The characters whose entry a language replaces: {code: {language: node}}."""
+        self.variants = collections.defaultdict(dict)
+        for number, texts in self.languages.items():
+            for code in texts.layout.orders:
+                if texts.node((code,)) != self.root.node((code,)):
+                    self.variants[code][number] = texts.node((code,))
+
+    def _build(self, code_sets, to_unicode):
+        pending = []
+        self.table_start = {}
+        for code_set in code_sets:
+            if code_set.kind != "ordered":
+                continue
+            mapping = to_unicode[code_set.number]
+            back = collections.defaultdict(list)
+            for code, character in sorted(mapping.items()):
+                back[character].append(code)
+            self.table_start[code_set.number] = len(self.entries)
+            for code in range(256):
+                pending.append((len(self.entries), mapping.get(code), back))
+                self.entries.append(None)
+        self.blocks = []
+        known = {}
+        self.unicode_start = len(self.entries)
+        for first in range(0, 0x10000, BLOCK):
+            codes = range(first, first + BLOCK)
+            empty = not any(code in self.root.layout.orders for code in codes)
+            if empty and "empty" in known:
+                self.blocks.append(known["empty"])
+                continue
+            if empty:
+                known["empty"] = (len(self.entries) - self.unicode_start) // BLOCK
+            self.blocks.append((len(self.entries) - self.unicode_start) // BLOCK)
+            for code in codes:
+                pending.append((len(self.entries), code, None))
+                self.entries.append(None)
+        for place, character, back in pending:
+            self.entries[place] = self._character(character, back)
+        assert len(self.entries) < 0x10000 and max(self.blocks) < 0x100
+
+    def _character(self, character, back):
+        root = self.root.node((character,)) if character is not None else (None, ())
+        if root[0] is None:
+            return ABSENT if back is None else Entry(UNDEFINED, 0, 0, 0, 0)
+        kept = self._restrict(root, back)
+        variants = []
+        for number, node in sorted(self.variants.get(character, {}).items()):
+            node = self._restrict(node, back)
+            if node != kept:
+                variants.append((number, self._extra(node)))
+        return self._entry(kept, variants)
+
+    def _restrict(self, node, back):
+        """A node with what a code set can write, in the codes of the set."""
+        orders, following = node
+        result = []
+        for code, after in following:
+            for own in ([code] if back is None else back.get(code, ())):
+                result.append((own, self._restrict(after, back)))
+        return (orders, tuple(sorted(result)))
+
+    def _extra(self, node):
+        """Index of an entry that no code stands for: a variant or a contraction."""
+        if node not in self.extra_index:
+            entry = self._entry(node, [])
+            self.extra_index[node] = len(self.entries)
+            self.entries.append(entry)
+        return self.extra_index[node]
+
+    def _entry(self, node, variants):
+        orders, following = node
+        first, rest = orders.values[0], orders.values[1:]
+        if rest not in self.expansion_index:
+            self.expansion_index[rest] = len(self.expansions)
+            self.expansions.append(rest)
+        contractions = tuple((code, self._extra(after)) for code, after in following)
+        flags = (HAS_CONTRACTIONS if contractions else 0) | (HAS_VARIANTS if variants else 0) | (
+            HAS_EXPANSION if rest else 0)
+        link = (
+            sum(1 << number for number, _ in variants),
+            self._run(self.variant_runs, tuple(index for _, index in variants),
+                      lambda run: self.variant_targets.extend(run), self.variant_targets),
+            self._run(self.contraction_runs, contractions, self._add_contractions,
+                      self.contraction_characters),
+            len(contractions))
+        if link not in self.link_index:
+            self.link_index[link] = len(self.links)
+            self.links.append(link)
+        return Entry(first, orders.group, flags, self.expansion_index[rest],
+                     self.link_index[link])
+
+    def _add_contractions(self, run):
+        self.contraction_characters.extend(code for code, _ in run)
+        self.contraction_targets.extend(index for _, index in run)
+
+    @staticmethod
+    def _run(known, run, add, values):
+        if not run:
+            return 0
+        if run not in known:
+            known[run] = len(values)
+            add(run)
+        return known[run]
