@@ -65,6 +65,14 @@ def join(elements):
     return [(primary, tuple(accents), tertiary) for primary, accents, tertiary in result]
 
 
+def counts(characters, text, accents):
+    """Whether a letter with accents is one in its own right, with a number for its accents. Marks
+    that a compatibility character puts behind its letters stay marks, as in the text that it
+    stands for."""
+    return (plain(accents) or len(text) > 1 or text[0] not in characters.compatibility
+            or accents[-1] >= VARIANT or accents[-1] != int(accents[-1]))
+
+
 def plain(accents):
     return len(accents) == 1 and accents[0] == 32.0
 
@@ -99,10 +107,15 @@ class Layout:
                 else:
                     case = case_of_tertiary(tertiary, title)
                 slot = self.slots[primary]
+                loose = []
+                while (primary, accents) not in self.accents:
+                    loose.insert(0, self.mark_symbol(accents[-1]))
+                    accents = accents[:-1]
                 accent, marker = self.accents[(primary, accents)]
                 values.append(FIRST_LETTER | case << 12 | accent << 7 | slot)
                 if marker:
                     values.append(FIRST_MARKER + marker)
+                values.extend(loose)
         if not values:
             return Orders(0, (UNDEFINED,))
         if digits > 1 and values[0] >= FIRST_DIGIT and values[0] < FIRST_LETTER:
@@ -188,8 +201,19 @@ class RootLayout(Layout):
             self.symbol[code] = number
             self.marks_by_secondary.setdefault(key[0][0], number)
             number += 2
-        self.last_symbol = number
+        self._share_equivalents()
         assert number <= FIRST_MARKER and len(self.space) < FIRST_SYMBOL - SPACE
+
+    def _share_equivalents(self):
+        """Canonical equivalents have one number."""
+        for table in (self.space, self.symbol):
+            first = {}
+            for code in sorted(table):
+                form = self.characters.decompose((code,))
+                if len(form) == 1 and form[0] in table:
+                    table[code] = table[form[0]]
+                else:
+                    table[code] = table[first.setdefault(form, code)]
 
     def symbol_of_primary(self, primary):
         return self.symbols_by_primary[primary]
@@ -266,7 +290,8 @@ class RootLayout(Layout):
         for text in self.texts():
             elements = self.collation.elements(text)
             for primary, accents, _ in join(elements or []):
-                if primary and primary in self.slots:
+                if primary and primary in self.slots and counts(
+                        self.characters, text, accents):
                     used[(self.script_of(primary), self.slots[primary])].add((primary, accents))
         for primary in self.slots:
             used[(self.script_of(primary), self.slots[primary])].add((primary, (32.0,)))
@@ -449,7 +474,9 @@ class LanguageLayout(Layout):
         self.known = set()
         for text in self.root.texts() + self.parts + self.main + self.auxiliary:
             for primary, accents, _ in join(self.collation.elements(text) or []):
-                if primary and (primary in self.root.slots or primary[0] in self.root.scripts):
+                if primary and (
+                        primary in self.root.slots or primary[0] in self.root.scripts) and counts(
+                            self.characters, text, accents):
                     self.used[primary].add(accents)
         for weight, texts in ((1, self.auxiliary), (3, self.tailored), (4, self.main)):
             for text in texts:
@@ -457,7 +484,7 @@ class LanguageLayout(Layout):
                     continue
                 letters = join(self.collation.elements(text) or [])
                 for primary, accents, _ in letters:
-                    if primary in self.used and len(letters) == 1:
+                    if accents in self.used.get(primary, ()) and len(letters) == 1:
                         self.exemplar[(primary, accents)] = weight
         for primary in self.used:
             self.used[primary].add((32.0,))
@@ -600,7 +627,8 @@ class LanguageLayout(Layout):
                     return False
                 if self.slots[primary] != self.root.slots[primary]:
                     return False
-                if self.accents[(primary, accents)] != self.root.accents[(primary, accents)]:
+                key = (primary, accents)
+                if self.accents.get(key) != self.root.accents.get(key):
                     return False
         return True
 
@@ -610,7 +638,7 @@ class LanguageLayout(Layout):
         for code in self.root.orders:
             orders = self.orders_of((code,))
             if orders is not None and self.root.own_order(code) is not None:
-                own = self.collation.table.get((code,))
+                own = self.collation.table.get(self.characters.decompose((code,)))
                 if own is None or len(orders.values) != 1:
                     continue
             if orders is not None and orders != self.root.orders[code]:
@@ -624,11 +652,14 @@ class LanguageLayout(Layout):
                 self.orders[code] = orders
                 changed.add(code)
         self._foreign_letters(changed)
-        table = self.collation.table
-        tell_apart(self.orders, self.characters,
-                   lambda code: self.root._rank(code), changed,
-                   lambda one, other: ((one,) in table and (other,) in table
-                                       and table[(one,)] == table[(other,)]))
+        tell_apart(self.orders, self.characters, lambda code: self.root._rank(code), changed,
+                   self._ruled_equal)
+
+    def _ruled_equal(self, one, other):
+        """Whether a rule of the language makes two characters equal."""
+        ruled = any(self.characters.decompose((code,)) in self.collation.table
+                    for code in (one, other))
+        return ruled and self.collation.elements((one,)) == self.collation.elements((other,))
 
     def _foreign_letters(self, changed):
         """Exemplar characters that are letters of another script go behind the language's own."""
