@@ -13,6 +13,7 @@
 #include <xotypemgr.hpp>
 
 #include "tools/index_command.hpp"
+#include "tools/intl_command.hpp"
 #include "tools/printable.hpp"
 #include "tools/standard_streams.hpp"
 #include "tools/stop_signals.hpp"
@@ -62,6 +63,7 @@ int Run(int count, char** values) {
   std::function<int()> command;
   AddTypesCommand(tool, command);
   AddIndexCommands(tool, command);
+  AddIntlCommands(tool, command);
   int exitCode = kDone;
   try {
     tool.parse(Arguments(count, values));

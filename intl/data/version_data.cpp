@@ -5,6 +5,6 @@
 namespace xo::intl {
 
 constinit unsigned const kCollationVersion = 1;
-constinit unsigned long long const kCollationFingerprint = 0xcb9cbac8f94905e9;
+constinit unsigned long long const kCollationFingerprint = 0x83ee6c087dae877b;
 
 }  // namespace xo::intl

@@ -331,7 +331,10 @@ class RootLayout(Layout):
     def _collect_texts(self, exemplars):
         texts = set()
         self.strings = {text for text in self.collation.table if len(text) > 1}
-        self.strings |= {text for text in exemplars if len(text) > 1}
+        # Of the exemplar strings, letters with marks contract; strings of letters do so where a
+        # language's rules say so.
+        self.strings |= {text for text in exemplars if len(text) > 1 and all(
+            self.characters.combining.get(code, 0) for code in text[1:])}
         for code in range(0x10000):
             if self.collation.of_code(code) is not None or code in self.characters.canonical:
                 texts.add((code,))

@@ -144,6 +144,16 @@ TEST(LanguageOrder, LongestContractionWins) {
   EXPECT_EQ(CompareTexts(u"ccs", u"cscs", kHungarian).level, Level::Ignorable);
 }
 
+TEST(LanguageOrder, LettersContractOnlyWhereALanguageSaysSo) {
+  OrderTable const& table = *XoLanguageContext::QueryCodeSet(253)->orderTable;
+  for (char16_t letter = u'a'; letter <= u'z'; ++letter) {
+    for (char16_t next = u'a'; next <= u'z'; ++next) {
+      EXPECT_EQ(table.GetEntry(letter)->Contraction(next), nullptr);
+    }
+  }
+  EXPECT_FALSE(XoLanguageContext::QueryCodeSet(1)->orderTable->GetEntry(u'c')->HasContractions());
+}
+
 TEST(LanguageOrder, ContractionsWorkInNarrowSets) {
   std::u16string const ch = u"ch";
   EXPECT_EQ(WalkOrders(ch, kCzech, 2).size(), 1u);
