@@ -12,18 +12,7 @@ CharOrderEntry const* OrderTable::GetEntry(unsigned short character) const {
 
 XoWCharList const& CharOrderEntry::Expansion() const { return kOrderExpansions[expansion]; }
 
-CharOrderEntry const* CharOrderEntry::Variant(unsigned char language) const {
-  if (language >= 64) return nullptr;
-  OrderLinks const& own = kOrderLinks[links];
-  unsigned long long const bit = 1ULL << language;
-  if ((own.languages & bit) == 0) return nullptr;
-  auto const before = static_cast<unsigned>(std::popcount(own.languages & (bit - 1)));
-  return &kOrderEntries[kVariantEntries[own.firstVariant + before]];
-}
-
-unsigned CharOrderEntry::VariantCount() const {
-  return static_cast<unsigned>(std::popcount(kOrderLinks[links].languages));
-}
+unsigned CharOrderEntry::VariantCount() const { return BitCount(kOrderLinks[links].languages); }
 
 XoLanguage const* CharOrderEntry::VariantLanguage(unsigned index) const {
   unsigned long long languages = kOrderLinks[links].languages;
@@ -36,11 +25,12 @@ CharOrderEntry const* CharOrderEntry::VariantEntry(unsigned index) const {
   return &kOrderEntries[kVariantEntries[kOrderLinks[links].firstVariant + index]];
 }
 
-CharOrderEntry const* CharOrderEntry::Contraction(unsigned short character) const {
+CharOrderEntry const* CharOrderEntry::FindContraction(unsigned short character) const {
   OrderLinks const& own = kOrderLinks[links];
   unsigned low = own.firstContraction;
   unsigned high = low + own.contractionCount;
   unsigned const end = high;
+  if (low == high || character < kContractionCharacters[low]) return nullptr;
   while (low < high) {
     unsigned const middle = (low + high) / 2;
     if (kContractionCharacters[middle] < character) {

@@ -4,6 +4,35 @@
 #include "intl/language.hpp"
 #include "intl/wide_list.hpp"
 
+class CharOrderEntry;
+
+namespace xo::intl {
+
+/// Variants and contractions of an entry: a bit for each language with a variant, the place of the
+/// first one's entry, and the run of contractions.
+struct OrderLinks {
+  unsigned long long languages;
+  unsigned short firstVariant;
+  unsigned short firstContraction;
+  unsigned short contractionCount;
+};
+
+// The tables that entries refer to. They stand here so that the inner loop of comparisons needs no
+// call; use the operations of `CharOrderEntry`.
+XO_EXPORT extern CharOrderEntry const kOrderEntries[];
+XO_EXPORT extern OrderLinks const kOrderLinks[];
+XO_EXPORT extern unsigned short const kVariantEntries[];
+
+/// Number of bits set. The compiler's own is a call on processors that it cannot take to know it.
+constexpr unsigned BitCount(unsigned long long bits) {
+  bits -= (bits >> 1) & 0x5555555555555555ULL;
+  bits = (bits & 0x3333333333333333ULL) + ((bits >> 2) & 0x3333333333333333ULL);
+  bits = (bits + (bits >> 4)) & 0x0F0F0F0F0F0F0F0FULL;
+  return static_cast<unsigned>((bits * 0x0101010101010101ULL) >> 56);
+}
+
+}  // namespace xo::intl
+
 /// How a character, or a contraction of several, is sorted: its order, the orders that follow it,
 /// and what may replace it. Constant records of the tables; pointers to them stay valid as long as
 /// the library, and any thread may read them.
@@ -32,7 +61,12 @@ class XO_EXPORT CharOrderEntry {
   XoWCharList const& Expansion() const;
 
   /// The entry that replaces this one in a language; null where the language has none.
-  CharOrderEntry const* Variant(unsigned char language) const;
+  CharOrderEntry const* Variant(unsigned char language) const {
+    xo::intl::OrderLinks const& own = xo::intl::kOrderLinks[links];
+    if (language >= 64 || (own.languages >> language & 1) == 0) return nullptr;
+    unsigned const before = xo::intl::BitCount(own.languages & ((1ULL << language) - 1));
+    return xo::intl::kOrderEntries + xo::intl::kVariantEntries[own.firstVariant + before];
+  }
   /// Number of languages with a variant of this entry.
   unsigned VariantCount() const;
   /// Language `index` of those with a variant, in the order of their numbers, and its entry; null
@@ -43,7 +77,13 @@ class XO_EXPORT CharOrderEntry {
   /// The entry of this one together with the character behind it, which is a code of the table's
   /// code set; null where they do not contract. The entry given may contract further. A contraction
   /// found in a variant entry already is the language's own.
-  CharOrderEntry const* Contraction(unsigned short character) const;
+  CharOrderEntry const* Contraction(unsigned short character) const {
+    // Most letters contract with combining marks alone.
+    if ((flags & kMarksOnly) != 0 && (character < kFirstMark || character > kLastMark)) {
+      return nullptr;
+    }
+    return FindContraction(character);
+  }
   /// Number of characters that contract with this one.
   unsigned ContractionCount() const;
   /// Character `index` of those, in rising order, and the entry that it leads to; 0 and null past
@@ -61,6 +101,11 @@ class XO_EXPORT CharOrderEntry {
   static constexpr unsigned char kHasContractions = 1;
   static constexpr unsigned char kHasVariants = 2;
   static constexpr unsigned char kHasExpansion = 4;
+  static constexpr unsigned char kMarksOnly = 8;
+  static constexpr unsigned short kFirstMark = 0x300;
+  static constexpr unsigned short kLastMark = 0x36F;
+
+  CharOrderEntry const* FindContraction(unsigned short character) const;
 
   unsigned char group;
   unsigned char flags;

@@ -20,15 +20,6 @@ struct CodeSetTables {
   unsigned orders;
 };
 
-/// Variants and contractions of an entry: a bit for each language with a variant, the place of the
-/// first one's entry, and the run of contractions.
-struct OrderLinks {
-  unsigned long long languages;
-  unsigned short firstVariant;
-  unsigned short firstContraction;
-  unsigned short contractionCount;
-};
-
 /// A case form that differs in a language.
 struct LanguageCase {
   unsigned char language;
@@ -36,15 +27,12 @@ struct LanguageCase {
   unsigned short properties;
 };
 
-extern CharOrderEntry const kOrderEntries[];
 extern unsigned const kOrderEntryCount;
 extern unsigned const kUnicodeEntries;
 extern unsigned char const kUnicodeBlocks[1024];
 extern XoWCharList const kOrderExpansions[];
 extern unsigned const kOrderExpansionCount;
-extern OrderLinks const kOrderLinks[];
 extern unsigned const kOrderLinkCount;
-extern unsigned short const kVariantEntries[];
 extern unsigned const kVariantEntryCount;
 extern unsigned short const kContractionCharacters[];
 extern unsigned short const kContractionEntries[];

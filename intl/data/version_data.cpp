@@ -5,6 +5,6 @@
 namespace xo::intl {
 
 constinit unsigned const kCollationVersion = 1;
-constinit unsigned long long const kCollationFingerprint = 0x83ee6c087dae877b;
+constinit unsigned long long const kCollationFingerprint = 0x2711c34e01ab92bb;
 
 }  // namespace xo::intl

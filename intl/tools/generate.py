@@ -88,7 +88,7 @@ def generate(folder):
         "language_data.cpp": emit.language_source(rows),
         "code_set_data.cpp": "\n".join([
             "// The bounds let addresses of elements be constants.",
-            f"extern CharOrderEntry const kOrderEntries[{len(orders.entries)}];",
+            f"XO_EXPORT extern CharOrderEntry const kOrderEntries[{len(orders.entries)}];",
             f"extern CodeSetTables const kCodeSetTables[{len(sets.tables)}];", "",
             "namespace {", "",
             "constinit OrderTable const kOrderTables[] = {", *tables, unicode_table, "};", "",

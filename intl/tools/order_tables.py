@@ -6,7 +6,8 @@ from order_layout import UNDEFINED
 from spelling import compose, spellings
 
 BLOCK = 64
-HAS_CONTRACTIONS, HAS_VARIANTS, HAS_EXPANSION = 1, 2, 4
+HAS_CONTRACTIONS, HAS_VARIANTS, HAS_EXPANSION, MARKS_ONLY = 1, 2, 4, 8
+MARKS = range(0x300, 0x370)
 
 Entry = collections.namedtuple("Entry", "order group flags expansion links")
 ABSENT = Entry(0, 0, 0, 0, 0)
@@ -171,6 +172,8 @@ class OrderTables:
         contractions = tuple((code, self._extra(after)) for code, after in following)
         flags = (HAS_CONTRACTIONS if contractions else 0) | (HAS_VARIANTS if variants else 0) | (
             HAS_EXPANSION if rest else 0)
+        if contractions and all(code in MARKS for code, _ in contractions):
+            flags |= MARKS_ONLY
         link = (
             sum(1 << number for number, _ in variants),
             self._run(self.variant_runs, tuple(index for _, index in variants),
