@@ -43,7 +43,7 @@ template <class Unit>
 void ReadOrders(benchmark::State& state, Sample const& sample, unsigned char codeSet) {
   XoCodeSet const& set = *XoLanguageContext::QueryCodeSet(codeSet);
   OrderTable const& table = *set.orderTable;
-  bool const hasVariants = XoLanguageContext::QueryLanguage(sample.language)->hasVariants != 0;
+  unsigned char const variants = XoLanguageContext::QueryLanguage(sample.language)->variantFlag;
   std::basic_string<Unit> text;
   for (char16_t const* each = sample.text; *each != 0; ++each) {
     text += static_cast<Unit>(set.MapCharacter(*each, 253));
@@ -58,7 +58,11 @@ void ReadOrders(benchmark::State& state, Sample const& sample, unsigned char cod
         sum += code;
         continue;
       }
-      if (hasVariants && entry->HasVariants()) {
+      if (entry->IsPlain(variants)) {
+        sum += entry->order;
+        continue;
+      }
+      if (entry->MayVary(variants)) {
         CharOrderEntry const* const own = entry->Variant(sample.language);
         if (own != nullptr) entry = own;
       }

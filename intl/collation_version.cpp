@@ -77,7 +77,7 @@ unsigned long long XoLanguageContext::ComputeCollationFingerprint() {
   AddCase(sum);
   for (unsigned index = 0; index < kLanguageCount; ++index) {
     XoLanguage const& each = kLanguages[index];
-    sum.Add(each.number, each.group, each.hasVariants, each.hasCaseRules);
+    sum.Add(each.number, each.group, each.hasVariants, each.hasCaseRules, each.variantFlag);
   }
   return sum.value;
 }

@@ -13,6 +13,9 @@ struct XoLanguage {
   unsigned short hasVariants;
   /// Not zero when case forms differ from those of other languages.
   unsigned short hasCaseRules;
+  /// Flag by which entries tell that they may have a variant for the language
+  /// (`CharOrderEntry::MayVary`); 0 without variants.
+  unsigned char variantFlag;
   /// English name, such as "German, phone book".
   char name[26];
   /// Language tag (BCP 47), such as "de-u-co-phonebk".

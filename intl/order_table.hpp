@@ -54,6 +54,14 @@ class XO_EXPORT CharOrderEntry {
   bool HasContractions() const { return (flags & kHasContractions) != 0; }
   /// Whether a language may replace this entry.
   bool HasVariants() const { return (flags & kHasVariants) != 0; }
+  /// Whether the entry may have a variant for a language; what this denies `Variant` need not be
+  /// asked. `variantFlag` is that of the language's record, 0 without a record.
+  bool MayVary(unsigned char variantFlag) const { return (flags & variantFlag) != 0; }
+  /// Whether the order is all that there is: no variant for the language, no contraction and no
+  /// expansion. One test for most characters of most texts.
+  bool IsPlain(unsigned char variantFlag) const {
+    return (flags & (kHasContractions | kHasExpansion | variantFlag)) == 0;
+  }
   /// Whether further orders follow this one.
   bool HasExpansion() const { return (flags & kHasExpansion) != 0; }
 

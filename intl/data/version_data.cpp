@@ -5,6 +5,6 @@
 namespace xo::intl {
 
 constinit unsigned const kCollationVersion = 1;
-constinit unsigned long long const kCollationFingerprint = 0x2711c34e01ab92bb;
+constinit unsigned long long const kCollationFingerprint = 0x786b4f82095bce8a;
 
 }  // namespace xo::intl

@@ -254,14 +254,15 @@ class CaseData:
             yield from case
 
 
-def language_rows(languages, groups, with_variants):
+def language_rows(languages, groups, variant_flags):
     for each in languages:
-        yield (each.number, groups[each.script], int(each.number in with_variants),
-               int(each.case is not None), each.name, each.tag)
+        flag = variant_flags.get(each.number, 0)
+        yield (each.number, groups[each.script], int(flag != 0), int(each.case is not None), flag,
+               each.name, each.tag)
 
 
 def language_source(rows):
-    lines = "\n".join(f'  {{{number}, {group}, {variants}, {case}, "{name}", "{tag}"}},'
-                      for number, group, variants, case, name, tag in rows)
+    lines = "\n".join(f'  {{{number}, {group}, {variants}, {case}, {flag}, "{name}", "{tag}"}},'
+                      for number, group, variants, case, flag, name, tag in rows)
     return f"constinit XoLanguage const kLanguages[] = {{\n{lines}\n}};\n" + count(
         "kLanguageCount", len(rows))

@@ -71,14 +71,13 @@ def generate(folder):
     sets = emit.CodeSetData(code_sets.CODE_SETS, to_unicode, from_unicode, code_sets.UNDEFINED,
                             orders.table_start)
     case = emit.CaseData(characters, read_special_casing(folder), languages.LANGUAGES)
-    with_variants = {number for by_language in orders.variants.values() for number in by_language}
-    rows = list(emit.language_rows(languages.LANGUAGES, GROUP_NUMBER, with_variants))
+    rows = list(emit.language_rows(languages.LANGUAGES, GROUP_NUMBER, orders.variant_flags))
 
     fingerprint = emit.Fingerprint()
     fingerprint.add(emit.order_values(orders))
     fingerprint.add(sets.values())
     fingerprint.add(case.values())
-    fingerprint.add(value for row in rows for value in row[:4])
+    fingerprint.add(value for row in rows for value in row[:5])
     tables, records, places = sets.records_source()
     unicode_table = tables.pop().replace("{unicode}", str(orders.unicode_start))
     sources = {

@@ -9,9 +9,9 @@ Language = collections.namedtuple(
 def language(number, name, tag, script="Latin", exemplars=None, collation=None, case=None,
              moved=(), adopted=False):
     """`exemplars` names the locale whose exemplar sets count; `collation` is a locale and the kind
-    of its rules; `case` a language with case rules of its own in the data. `moved` are marks that
-    only foreign words of the language have and whose accents are numbered above the named ones, so
-    that they come in the data's order. An `adopted` language is the only one of its script, which
+    of its rules; `case` a language with case rules of its own in the data. `moved` are marks, each with
+    the letters that only foreign words of the language put it on: there its accent is numbered
+    above the named ones, so that it comes in the data's order. An `adopted` language is the only one of its script, which
     sorts by its rules in all languages."""
     locale = tag.split("-")[0] if exemplars is None else exemplars
     return Language(number, name, tag, script, locale, collation, case, moved,
@@ -22,7 +22,7 @@ MACRON, GRAVE = 0x304, 0x300
 
 LANGUAGES = [
     Language(0, "neutral", "und", "Latin", None, None, None, (), False),
-    language(1, "English", "en", moved=(MACRON,)),
+    language(1, "English", "en", moved=((MACRON, "u"),)),
     language(2, "German", "de"),
     language(3, "German, phone book", "de-u-co-phonebk", collation=("de", "phonebook")),
     language(4, "Austrian", "de-AT"),
@@ -31,7 +31,7 @@ LANGUAGES = [
     language(7, "Spanish", "es", collation=("es", "standard")),
     language(8, "Spanish, traditional", "es-u-co-trad", collation=("es", "traditional")),
     language(9, "Catalan", "ca"),
-    language(10, "Portuguese", "pt", moved=(MACRON,)),
+    language(10, "Portuguese", "pt", moved=((MACRON, "iu"),)),
     language(11, "Italian", "it"),
     language(12, "Dutch", "nl"),
     language(13, "Swedish", "sv", collation=("sv", "reformed")),
@@ -59,7 +59,7 @@ LANGUAGES = [
     language(34, "Lithuanian", "lt", collation=("lt", "standard"), case="lt"),
     language(35, "Maltese", "mt", collation=("mt", "standard")),
     language(36, "Esperanto", "eo", collation=("eo", "standard")),
-    language(37, "Greek", "el", "Greek", moved=(GRAVE,)),
+    language(37, "Greek", "el", "Greek", moved=((GRAVE, "αεηιουω"),)),
     language(38, "Russian", "ru", "Cyrillic"),
     language(39, "Ukrainian", "uk", "Cyrillic", collation=("uk", "standard")),
     language(40, "Belarusian", "be", "Cyrillic", collation=("be", "standard")),

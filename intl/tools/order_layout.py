@@ -586,13 +586,16 @@ class LanguageLayout(Layout):
     def _number_moved_marks(self):
         """Numbers the letters with marks that the language moves among those above the named
         accents; all others keep their accents where the order allows it."""
-        moved = {self.collation.elements((code,))[0].secondary for code in self.language.moved}
-        for primary, letters in self.used.items():
-            if not any((primary, (32.0, mark)) in self.exemplar for mark in moved):
-                continue
+        moved = {}
+        for mark, bases in self.language.moved:
+            for base in bases:
+                primary = self.collation.elements((ord(base),))[0].primary
+                moved[primary] = {self.collation.elements((mark,))[0].secondary}
+        for primary, marks in moved.items():
+            letters = self.used[primary]
             numbered = {accents for accents in letters
                         if RootLayout.fixed_accent(accents, self.named) is None
-                        or (len(accents) == 2 and accents[1] in moved)}
+                        or (len(accents) == 2 and accents[1] in marks)}
             fixed = {accents: self.accents[(primary, accents)][0] for accents in numbered
                      if self.accents[(primary, accents)][0] >= FIRST_FREE_ACCENT
                      and not self.accents[(primary, accents)][1]}

@@ -8,6 +8,9 @@ from spelling import compose, spellings
 BLOCK = 64
 HAS_CONTRACTIONS, HAS_VARIANTS, HAS_EXPANSION, MARKS_ONLY = 1, 2, 4, 8
 MARKS = range(0x300, 0x370)
+# Languages are parted by how many characters they vary, with a flag for each part: most characters
+# then tell by their flags alone that a language has no variant of them.
+PARTS = [(20, 16), (60, 32), (160, 64), (0x10000, 128)]
 
 Entry = collections.namedtuple("Entry", "order group flags expansion links")
 ABSENT = Entry(0, 0, 0, 0, 0)
@@ -101,6 +104,12 @@ class OrderTables:
                 if texts.node((code,)) != self.root.node((code,)):
                     self.variants[code][number] = texts.node((code,))
 
+        self.variant_flags = {}
+        for number in self.languages:
+            varied = sum(number in languages for languages in self.variants.values())
+            self.variant_flags[number] = next(
+                flag for most, flag in PARTS if varied <= most) if varied else 0
+
     def _build(self, code_sets, to_unicode):
         pending = []
         self.table_start = {}
@@ -174,6 +183,8 @@ class OrderTables:
             HAS_EXPANSION if rest else 0)
         if contractions and all(code in MARKS for code, _ in contractions):
             flags |= MARKS_ONLY
+        for number, _ in variants:
+            flags |= self.variant_flags[number]
         link = (
             sum(1 << number for number, _ in variants),
             self._run(self.variant_runs, tuple(index for _, index in variants),

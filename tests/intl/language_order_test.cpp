@@ -198,6 +198,7 @@ TEST(LanguageOrder, VariantsFoundByNumberAreThoseOfTheList) {
       XoLanguage const* const language = entry->VariantLanguage(index);
       ASSERT_NE(language, nullptr);
       EXPECT_NE(language->hasVariants, 0);
+      EXPECT_TRUE(entry->MayVary(language->variantFlag));
       EXPECT_EQ(entry->Variant(language->number), entry->VariantEntry(index));
     }
     EXPECT_EQ(entry->VariantLanguage(entry->VariantCount()), nullptr);
