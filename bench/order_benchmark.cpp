@@ -48,17 +48,22 @@ void ReadOrders(benchmark::State& state, Sample const& sample, unsigned char cod
   for (char16_t const* each = sample.text; *each != 0; ++each) {
     text += static_cast<Unit>(set.MapCharacter(*each, 253));
   }
+  std::size_t const size = text.size();
+  auto const unit = [data = text.c_str()](std::size_t place) {
+    return static_cast<unsigned short>(sizeof(Unit) == 1 ? data[place] & 0xFF : data[place]);
+  };
   for (auto _ : state) {
     unsigned sum = 0;
-    for (std::size_t place = 0; place < text.size(); ++place) {
-      auto const code =
-          static_cast<unsigned short>(sizeof(Unit) == 1 ? text[place] & 0xFF : text[place]);
-      CharOrderEntry const* entry = table.Find(code);
+    for (std::size_t place = 0; place < size; ++place) {
+      unsigned short const code = unit(place);
+      CharOrderEntry const* entry =
+          sizeof(Unit) == 1 ? table.FindNarrow(static_cast<unsigned char>(code)) : table.Find(code);
       if (entry == nullptr) {
         sum += code;
         continue;
       }
-      if (entry->IsPlain(variants)) {
+      // The text ends in a zero, which contracts with nothing.
+      if (entry->IsPlain(variants, unit(place + 1))) {
         sum += entry->order;
         continue;
       }
@@ -66,10 +71,8 @@ void ReadOrders(benchmark::State& state, Sample const& sample, unsigned char cod
         CharOrderEntry const* const own = entry->Variant(sample.language);
         if (own != nullptr) entry = own;
       }
-      while (entry->HasContractions() && place + 1 < text.size()) {
-        auto const next = static_cast<unsigned short>(sizeof(Unit) == 1 ? text[place + 1] & 0xFF
-                                                                        : text[place + 1]);
-        CharOrderEntry const* const longer = entry->Contraction(next);
+      while (entry->HasContractions() && place + 1 < size) {
+        CharOrderEntry const* const longer = entry->Contraction(unit(place + 1));
         if (longer == nullptr) break;
         entry = longer;
         ++place;

@@ -51,16 +51,18 @@ class XO_EXPORT CharOrderEntry {
   unsigned char const* GroupOverride() const { return group != 0 ? &group : nullptr; }
 
   /// Whether the character that follows in the text may belong to this one.
-  bool HasContractions() const { return (flags & kHasContractions) != 0; }
+  bool HasContractions() const { return (flags & (kHasContractions | kMarksOnly)) != 0; }
   /// Whether a language may replace this entry.
   bool HasVariants() const { return (flags & kHasVariants) != 0; }
   /// Whether the entry may have a variant for a language; what this denies `Variant` need not be
   /// asked. `variantFlag` is that of the language's record, 0 without a record.
   bool MayVary(unsigned char variantFlag) const { return (flags & variantFlag) != 0; }
-  /// Whether the order is all that there is: no variant for the language, no contraction and no
-  /// expansion. One test for most characters of most texts.
-  bool IsPlain(unsigned char variantFlag) const {
-    return (flags & (kHasContractions | kHasExpansion | variantFlag)) == 0;
+  /// Whether the order is all that there is: no variant for the language, no contraction with the
+  /// character behind it and no expansion. One test for most characters of most texts. What is not
+  /// plain may turn out to be so.
+  bool IsPlain(unsigned char variantFlag, unsigned short next) const {
+    unsigned const mark = next >= kFirstMark && next <= kLastMark ? kMarksOnly : 0u;
+    return (flags & (kHasContractions | kHasExpansion | variantFlag | mark)) == 0;
   }
   /// Whether further orders follow this one.
   bool HasExpansion() const { return (flags & kHasExpansion) != 0; }
@@ -106,6 +108,8 @@ class XO_EXPORT CharOrderEntry {
   }
 
  private:
+  /// Contractions with other characters than marks; those with marks alone have a flag of their
+  /// own.
   static constexpr unsigned char kHasContractions = 1;
   static constexpr unsigned char kHasVariants = 2;
   static constexpr unsigned char kHasExpansion = 4;
@@ -133,6 +137,9 @@ class XO_EXPORT OrderTable {
   /// Every code of an 8-bit set and every code below 512 has one; of a wider code, an 8-bit set
   /// looks at the low byte.
   virtual CharOrderEntry const* GetEntry(unsigned short character) const;
+
+  /// The same for an 8-bit set, without a virtual call or a test.
+  CharOrderEntry const* FindNarrow(unsigned char character) const { return entries + character; }
 
   /// The same without a virtual call, for the inner loop of comparisons.
   CharOrderEntry const* Find(unsigned short character) const {

@@ -59,7 +59,7 @@ LANGUAGES = [
     language(34, "Lithuanian", "lt", collation=("lt", "standard"), case="lt"),
     language(35, "Maltese", "mt", collation=("mt", "standard")),
     language(36, "Esperanto", "eo", collation=("eo", "standard")),
-    language(37, "Greek", "el", "Greek", moved=((GRAVE, "αεηιουω"),)),
+    language(37, "Greek", "el", "Greek", moved=((GRAVE, "εηυω"),)),
     language(38, "Russian", "ru", "Cyrillic"),
     language(39, "Ukrainian", "uk", "Cyrillic", collation=("uk", "standard")),
     language(40, "Belarusian", "be", "Cyrillic", collation=("be", "standard")),

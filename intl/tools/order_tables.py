@@ -10,7 +10,9 @@ HAS_CONTRACTIONS, HAS_VARIANTS, HAS_EXPANSION, MARKS_ONLY = 1, 2, 4, 8
 MARKS = range(0x300, 0x370)
 # Languages are parted by how many characters they vary, with a flag for each part: most characters
 # then tell by their flags alone that a language has no variant of them.
-PARTS = [(20, 16), (60, 32), (160, 64), (0x10000, 128)]
+# English has a part of its own.
+ENGLISH, ENGLISH_PART = 1, 16
+PARTS = [(60, 32), (160, 64), (0x10000, 128)]
 
 Entry = collections.namedtuple("Entry", "order group flags expansion links")
 ABSENT = Entry(0, 0, 0, 0, 0)
@@ -109,6 +111,8 @@ class OrderTables:
             varied = sum(number in languages for languages in self.variants.values())
             self.variant_flags[number] = next(
                 flag for most, flag in PARTS if varied <= most) if varied else 0
+            if varied and number == ENGLISH:
+                self.variant_flags[number] = ENGLISH_PART
 
     def _build(self, code_sets, to_unicode):
         pending = []
@@ -182,7 +186,7 @@ class OrderTables:
         flags = (HAS_CONTRACTIONS if contractions else 0) | (HAS_VARIANTS if variants else 0) | (
             HAS_EXPANSION if rest else 0)
         if contractions and all(code in MARKS for code, _ in contractions):
-            flags |= MARKS_ONLY
+            flags ^= HAS_CONTRACTIONS | MARKS_ONLY
         for number, _ in variants:
             flags |= self.variant_flags[number]
         link = (
