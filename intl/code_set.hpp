@@ -1,8 +1,8 @@
 #pragma once
 
-#include "base/export.hpp"
-#include "intl/order_table.hpp"
-#include "intl/wide_list.hpp"
+#include "../base/export.hpp"
+#include "order_table.hpp"
+#include "wide_list.hpp"
 
 /// Case forms of a character, in Unicode. Constant records.
 class XO_EXPORT XoUnicodeProps {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "base/export.hpp"
+#include "../base/export.hpp"
 
 /// A language: what chooses among the variants of sort orders and case forms. Records are constant
 /// and live as long as the library; one is had from `XoLanguageContext::QueryLanguage`.

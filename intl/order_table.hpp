@@ -1,8 +1,8 @@
 #pragma once
 
-#include "base/export.hpp"
-#include "intl/language.hpp"
-#include "intl/wide_list.hpp"
+#include "../base/export.hpp"
+#include "language.hpp"
+#include "wide_list.hpp"
 
 class CharOrderEntry;
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "base/export.hpp"
+#include "../base/export.hpp"
 
 /// A short list of 16-bit values: further characters of a case form, or the sort orders that follow
 /// a character's first one. A plain value of fixed capacity; whoever gives it out owns it.
