@@ -7,7 +7,6 @@ using namespace xo::intl;
 
 namespace {
 
-constexpr unsigned char kUnicode = 253;
 constexpr unsigned char kSortOrders = 254;
 constexpr unsigned char kLatinGroup = 2;
 constexpr unsigned short kUndefined = 0xFFFD;
