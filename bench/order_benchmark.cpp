@@ -56,15 +56,16 @@ void ReadOrders(benchmark::State& state, Sample const& sample, unsigned char cod
     unsigned sum = 0;
     for (std::size_t place = 0; place < size; ++place) {
       unsigned short const code = unit(place);
-      CharOrderEntry const* entry =
-          sizeof(Unit) == 1 ? table.FindNarrow(static_cast<unsigned char>(code)) : table.Find(code);
-      if (entry == nullptr) {
-        sum += code;
-        continue;
-      }
+      CharOrderEntry const* entry = sizeof(Unit) == 1
+                                        ? table.FindNarrow(static_cast<unsigned char>(code))
+                                        : table.FindWide(code);
       // The text ends in a zero, which contracts with nothing.
       if (entry->IsPlain(variants, unit(place + 1))) {
         sum += entry->order;
+        continue;
+      }
+      if (entry->order == 0) {
+        sum += code;
         continue;
       }
       if (entry->MayVary(variants)) {

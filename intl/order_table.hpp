@@ -143,10 +143,15 @@ class XO_EXPORT OrderTable {
 
   /// The same without a virtual call, for the inner loop of comparisons.
   CharOrderEntry const* Find(unsigned short character) const {
-    if (blocks == nullptr) return entries + (character & 0xFFu);
     CharOrderEntry const* const entry =
-        entries + (static_cast<unsigned>(blocks[character >> 6]) << 6) + (character & 63u);
+        blocks == nullptr ? FindNarrow(static_cast<unsigned char>(character)) : FindWide(character);
     return entry->order != 0 ? entry : nullptr;
+  }
+
+  /// The same for a 16-bit set, without a virtual call or a test: where the character has none, the
+  /// entry given has an order of 0, and is not plain.
+  CharOrderEntry const* FindWide(unsigned short character) const {
+    return entries + (static_cast<unsigned>(blocks[character >> 6]) << 6) + (character & 63u);
   }
 
  private:

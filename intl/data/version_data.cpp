@@ -5,6 +5,6 @@
 namespace xo::intl {
 
 constinit unsigned const kCollationVersion = 1;
-constinit unsigned long long const kCollationFingerprint = 0x1defc4ba6d297f2f;
+constinit unsigned long long const kCollationFingerprint = 0xe0835b7271cb214d;
 
 }  // namespace xo::intl

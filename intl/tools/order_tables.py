@@ -15,7 +15,8 @@ ENGLISH, ENGLISH_PART = 1, 16
 PARTS = [(60, 32), (160, 64), (0x10000, 128)]
 
 Entry = collections.namedtuple("Entry", "order group flags expansion links")
-ABSENT = Entry(0, 0, 0, 0, 0)
+# The flag sends the place of a missing entry down the slow way, where it is noticed.
+ABSENT = Entry(0, 0, HAS_CONTRACTIONS, 0, 0)
 
 
 class Texts:

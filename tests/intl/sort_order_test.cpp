@@ -147,6 +147,9 @@ TEST(SortOrders, FindEqualsGetEntry) {
   for (unsigned code = 0; code < 0x10000; ++code) {
     auto const character = static_cast<unsigned short>(code);
     EXPECT_EQ(Table().Find(character), Table().GetEntry(character));
+    CharOrderEntry const* const raw = Table().FindWide(character);
+    EXPECT_EQ(raw->order != 0 ? raw : nullptr, Table().GetEntry(character));
+    EXPECT_TRUE(raw->order != 0 || !raw->IsPlain(0, u'a'));
     EXPECT_EQ(Table(1).Find(character), Table(1).GetEntry(character & 0xFF));
   }
 }
