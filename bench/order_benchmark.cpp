@@ -5,6 +5,7 @@
 
 #include <memory>
 #include <string>
+#include <type_traits>
 #include <xotypemgr.hpp>
 
 namespace {
@@ -38,53 +39,85 @@ constexpr Sample kRussian{
     u"Все люди рождаются свободными и равными в своем достоинстве и правах. Они наделены разумом и "
     u"совестью и должны поступать в отношении друг друга в духе братства."};
 
+/// A text in the codes of a table, as code after code. It ends in a zero, which contracts with
+/// nothing.
+template <class Unit>
+struct Codes {
+  Unit const* data;
+  std::size_t size;
+
+  unsigned short operator[](std::size_t place) const {
+    return static_cast<std::make_unsigned_t<Unit>>(data[place]);
+  }
+};
+
+CharOrderEntry const* Find(OrderTable const& table, char code) {
+  return table.FindNarrow(static_cast<unsigned char>(code));
+}
+
+CharOrderEntry const* Find(OrderTable const& table, char16_t code) { return table.FindWide(code); }
+
+/// Sum of the orders that were read, and the place behind them.
+struct Read {
+  unsigned sum;
+  std::size_t end;
+};
+
+/// The orders of an entry that is not plain, found at `place`: contraction and expansion.
+template <class Unit>
+[[gnu::noinline]] Read ReadLonger(CharOrderEntry const* entry, Codes<Unit> text,
+                                  std::size_t place) {
+  if (entry->order == 0) return {text[place], place + 1};
+  for (++place; place < text.size && entry->HasContractions(); ++place) {
+    CharOrderEntry const* const longer = entry->Contraction(text[place]);
+    if (longer == nullptr) break;
+    entry = longer;
+  }
+  unsigned sum = entry->order;
+  if (entry->HasExpansion()) {
+    XoWCharList const& more = entry->Expansion();
+    for (unsigned index = 0; index < more.count; ++index) sum += more.values[index];
+  }
+  return {sum, place};
+}
+
 /// The orders of a text, as a comparison reads them: look-up, variant, contraction, expansion.
+template <class Unit>
+[[gnu::noinline]] unsigned ReadAll(OrderTable const& orders, XoLanguage const& language,
+                                   Codes<Unit> text) {
+  OrderTable const table = orders;  // a copy, so that the loop has its addresses in registers
+  unsigned char const number = language.number;
+  unsigned char const variants = language.variantFlag;
+  unsigned sum = 0;
+  for (std::size_t place = 0; place < text.size;) {
+    unsigned short const next = text[place + 1];
+    CharOrderEntry const* entry = Find(table, text.data[place]);
+    if (!entry->IsPlain(variants, next)) {
+      if (CharOrderEntry const* const own = entry->Variant(number)) entry = own;
+      if (!entry->IsPlain(0, next)) {
+        Read const longer = ReadLonger(entry, text, place);
+        sum += longer.sum;
+        place = longer.end;
+        continue;
+      }
+    }
+    sum += entry->order;
+    ++place;
+  }
+  return sum;
+}
+
 template <class Unit>
 void ReadOrders(benchmark::State& state, Sample const& sample, unsigned char codeSet) {
   XoCodeSet const& set = *XoLanguageContext::QueryCodeSet(codeSet);
-  OrderTable const& table = *set.orderTable;
-  unsigned char const variants = XoLanguageContext::QueryLanguage(sample.language)->variantFlag;
+  XoLanguage const& language = *XoLanguageContext::QueryLanguage(sample.language);
   std::basic_string<Unit> text;
   for (char16_t const* each = sample.text; *each != 0; ++each) {
     text += static_cast<Unit>(set.MapCharacter(*each, 253));
   }
-  std::size_t const size = text.size();
-  auto const unit = [data = text.c_str()](std::size_t place) {
-    return static_cast<unsigned short>(sizeof(Unit) == 1 ? data[place] & 0xFF : data[place]);
-  };
+  Codes<Unit> const codes{text.c_str(), text.size()};
   for (auto _ : state) {
-    unsigned sum = 0;
-    for (std::size_t place = 0; place < size; ++place) {
-      unsigned short const code = unit(place);
-      CharOrderEntry const* entry = sizeof(Unit) == 1
-                                        ? table.FindNarrow(static_cast<unsigned char>(code))
-                                        : table.FindWide(code);
-      // The text ends in a zero, which contracts with nothing.
-      if (entry->IsPlain(variants, unit(place + 1))) {
-        sum += entry->order;
-        continue;
-      }
-      if (entry->order == 0) {
-        sum += code;
-        continue;
-      }
-      if (entry->MayVary(variants)) {
-        CharOrderEntry const* const own = entry->Variant(sample.language);
-        if (own != nullptr) entry = own;
-      }
-      while (entry->HasContractions() && place + 1 < size) {
-        CharOrderEntry const* const longer = entry->Contraction(unit(place + 1));
-        if (longer == nullptr) break;
-        entry = longer;
-        ++place;
-      }
-      sum += entry->order;
-      if (entry->HasExpansion()) {
-        XoWCharList const& more = entry->Expansion();
-        for (unsigned index = 0; index < more.count; ++index) sum += more.values[index];
-      }
-    }
-    benchmark::DoNotOptimize(sum);
+    benchmark::DoNotOptimize(ReadAll(*set.orderTable, language, codes));
   }
   state.counters["ns a character"] = benchmark::Counter(
       static_cast<double>(text.size()) * 1e-9,

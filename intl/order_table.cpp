@@ -6,6 +6,18 @@
 
 using namespace xo::intl;
 
+namespace {
+
+/// Number of bits set. The compiler's own is a call on processors that it cannot take to know it.
+constexpr unsigned BitCount(unsigned long long bits) {
+  bits -= (bits >> 1) & 0x5555555555555555ULL;
+  bits = (bits & 0x3333333333333333ULL) + ((bits >> 2) & 0x3333333333333333ULL);
+  bits = (bits + (bits >> 4)) & 0x0F0F0F0F0F0F0F0FULL;
+  return static_cast<unsigned>((bits * 0x0101010101010101ULL) >> 56);
+}
+
+}  // namespace
+
 CharOrderEntry const* OrderTable::GetEntry(unsigned short character) const {
   return Find(character);
 }
@@ -23,6 +35,12 @@ XoLanguage const* CharOrderEntry::VariantLanguage(unsigned index) const {
 CharOrderEntry const* CharOrderEntry::VariantEntry(unsigned index) const {
   if (index >= VariantCount()) return nullptr;
   return &kOrderEntries[kVariantEntries[kOrderLinks[links].firstVariant + index]];
+}
+
+CharOrderEntry const* CharOrderEntry::FindVariant(unsigned char language) const {
+  OrderLinks const& own = kOrderLinks[links];
+  unsigned const before = BitCount(own.languages & ((1ULL << language) - 1));
+  return &kOrderEntries[kVariantEntries[own.firstVariant + before]];
 }
 
 CharOrderEntry const* CharOrderEntry::FindContraction(unsigned short character) const {

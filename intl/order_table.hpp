@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstddef>
+
 #include "../base/export.hpp"
 #include "language.hpp"
 #include "wide_list.hpp"
@@ -17,19 +19,9 @@ struct OrderLinks {
   unsigned short contractionCount;
 };
 
-// The tables that entries refer to. They stand here so that the inner loop of comparisons needs no
-// call; use the operations of `CharOrderEntry`.
-XO_EXPORT extern CharOrderEntry const kOrderEntries[];
+// It stands here so that the inner loop of comparisons learns without a call that a language has no
+// variant; use the operations of `CharOrderEntry`.
 XO_EXPORT extern OrderLinks const kOrderLinks[];
-XO_EXPORT extern unsigned short const kVariantEntries[];
-
-/// Number of bits set. The compiler's own is a call on processors that it cannot take to know it.
-constexpr unsigned BitCount(unsigned long long bits) {
-  bits -= (bits >> 1) & 0x5555555555555555ULL;
-  bits = (bits & 0x3333333333333333ULL) + ((bits >> 2) & 0x3333333333333333ULL);
-  bits = (bits + (bits >> 4)) & 0x0F0F0F0F0F0F0F0FULL;
-  return static_cast<unsigned>((bits * 0x0101010101010101ULL) >> 56);
-}
 
 }  // namespace xo::intl
 
@@ -59,10 +51,10 @@ class XO_EXPORT CharOrderEntry {
   bool MayVary(unsigned char variantFlag) const { return (flags & variantFlag) != 0; }
   /// Whether the order is all that there is: no variant for the language, no contraction with the
   /// character behind it and no expansion. One test for most characters of most texts. What is not
-  /// plain may turn out to be so.
+  /// plain may turn out to be so: ask again, with a flag of 0, the entry that `Variant` gave or
+  /// left.
   bool IsPlain(unsigned char variantFlag, unsigned short next) const {
-    unsigned const mark = next >= kFirstMark && next <= kLastMark ? kMarksOnly : 0u;
-    return (flags & (kHasContractions | kHasExpansion | variantFlag | mark)) == 0;
+    return (flags & (kHasContractions | kHasExpansion | variantFlag)) == 0 && !IsMark(next);
   }
   /// Whether further orders follow this one.
   bool HasExpansion() const { return (flags & kHasExpansion) != 0; }
@@ -72,10 +64,11 @@ class XO_EXPORT CharOrderEntry {
 
   /// The entry that replaces this one in a language; null where the language has none.
   CharOrderEntry const* Variant(unsigned char language) const {
-    xo::intl::OrderLinks const& own = xo::intl::kOrderLinks[links];
-    if (language >= 64 || (own.languages >> language & 1) == 0) return nullptr;
-    unsigned const before = xo::intl::BitCount(own.languages & ((1ULL << language) - 1));
-    return xo::intl::kOrderEntries + xo::intl::kVariantEntries[own.firstVariant + before];
+    // Without a branch, so that a loop works it out once.
+    unsigned long long const bit = static_cast<unsigned long long>(language < 64)
+                                   << (language & 63);
+    bool const has = (xo::intl::kOrderLinks[links].languages & bit) != 0;
+    return has ? FindVariant(language) : nullptr;
   }
   /// Number of languages with a variant of this entry.
   unsigned VariantCount() const;
@@ -89,9 +82,7 @@ class XO_EXPORT CharOrderEntry {
   /// found in a variant entry already is the language's own.
   CharOrderEntry const* Contraction(unsigned short character) const {
     // Most letters contract with combining marks alone.
-    if ((flags & kMarksOnly) != 0 && (character < kFirstMark || character > kLastMark)) {
-      return nullptr;
-    }
+    if ((flags & kMarksOnly) != 0 && !IsMark(character)) return nullptr;
     return FindContraction(character);
   }
   /// Number of characters that contract with this one.
@@ -117,7 +108,15 @@ class XO_EXPORT CharOrderEntry {
   static constexpr unsigned short kFirstMark = 0x300;
   static constexpr unsigned short kLastMark = 0x36F;
 
-  CharOrderEntry const* FindContraction(unsigned short character) const;
+  static constexpr bool IsMark(unsigned short character) {
+    return character >= kFirstMark && character <= kLastMark;
+  }
+
+  // `FindVariant` is for a language that has a variant. Both are told to be pure, so that a loop
+  // that calls them keeps the tables' addresses in registers.
+  [[gnu::pure, gnu::returns_nonnull]] CharOrderEntry const* FindVariant(
+      unsigned char language) const;
+  [[gnu::pure]] CharOrderEntry const* FindContraction(unsigned short character) const;
 
   unsigned char group;
   unsigned char flags;
@@ -151,7 +150,8 @@ class XO_EXPORT OrderTable {
   /// The same for a 16-bit set, without a virtual call or a test: where the character has none, the
   /// entry given has an order of 0, and is not plain.
   CharOrderEntry const* FindWide(unsigned short character) const {
-    return entries + (static_cast<unsigned>(blocks[character >> 6]) << 6) + (character & 63u);
+    std::size_t const code = character;
+    return entries + (std::size_t{blocks[code >> 6]} << 6) + (code & 63);
   }
 
  private:

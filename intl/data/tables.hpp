@@ -27,12 +27,14 @@ struct LanguageCase {
   unsigned short properties;
 };
 
+extern CharOrderEntry const kOrderEntries[];
 extern unsigned const kOrderEntryCount;
 extern unsigned const kUnicodeEntries;
 extern unsigned char const kUnicodeBlocks[1024];
 extern XoWCharList const kOrderExpansions[];
 extern unsigned const kOrderExpansionCount;
 extern unsigned const kOrderLinkCount;
+extern unsigned short const kVariantEntries[];
 extern unsigned const kVariantEntryCount;
 extern unsigned short const kContractionCharacters[];
 extern unsigned short const kContractionEntries[];
