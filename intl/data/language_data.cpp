@@ -19,7 +19,7 @@ constinit XoLanguage const kLanguages[] = {
   {11, 2, 0, 0, 0, "Italian", "it"},
   {12, 2, 0, 0, 0, "Dutch", "nl"},
   {13, 2, 1, 0, 64, "Swedish", "sv"},
-  {14, 2, 1, 0, 128, "Danish", "da"},
+  {14, 2, 1, 0, 64, "Danish", "da"},
   {15, 2, 1, 0, 64, "Norwegian", "no"},
   {16, 2, 1, 0, 128, "Finnish", "fi"},
   {17, 2, 1, 0, 128, "Icelandic", "is"},

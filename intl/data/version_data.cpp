@@ -5,6 +5,6 @@
 namespace xo::intl {
 
 constinit unsigned const kCollationVersion = 1;
-constinit unsigned long long const kCollationFingerprint = 0xe0835b7271cb214d;
+constinit unsigned long long const kCollationFingerprint = 0xc5494672a300a280;
 
 }  // namespace xo::intl

@@ -30,6 +30,7 @@ class Root:
                 Element((p, 0.0) if p else 0, float(s), t) for p, s, t in elements]
         self.suppressed = set()
         self.lengths = self._lengths()
+        self.known = {}
 
     def _lengths(self):
         lengths = {}
@@ -45,7 +46,11 @@ class Root:
 
     def elements(self, text):
         """Elements of a tuple of codes; None where a character has none in the data."""
-        text = self.characters.decompose(text)
+        if text not in self.known:
+            self.known[text] = self._elements(self.characters.decompose(text))
+        return self.known[text]
+
+    def _elements(self, text):
         result = []
         index = 0
         while index < len(text):
@@ -90,9 +95,11 @@ class Tailored(Root):
         self.table = {}
         self.suppressed = set()
         self.lengths = dict(root.lengths)
+        self.touched = set()
         self.places = collections.defaultdict(set)
         self.secondaries = set()
         self.relations = []
+        self.shared_secondaries = {}
         self.path = path
         for code in range(0x20, 0x120):
             self.secondaries.add(float(code))
@@ -101,6 +108,12 @@ class Tailored(Root):
     def find(self, text):
         found = self.table.get(text)
         return self.root.find(text) if found is None else found
+
+    def elements(self, text):
+        text = self.characters.decompose(text)
+        if self.touched.isdisjoint(text):
+            return self.root.elements(text)
+        return self._elements(text)
 
     def _next_place(self, primary):
         weight, place = primary
@@ -123,6 +136,15 @@ class Tailored(Root):
         self.secondaries.add(new)
         return new
 
+    def _secondary_of_pair(self, previous, text, secondary):
+        """The next secondary, and the same one again for the same letters in another case: &th<<<þ
+        and &TH<<<Þ give one accent."""
+        pair = tuple(tuple(self.characters.lower.get(code, code) for code in each)
+                     for each in (previous, text))
+        if pair not in self.shared_secondaries:
+            self.shared_secondaries[pair] = self._next_secondary(secondary)
+        return self.shared_secondaries[pair]
+
     def _previous_secondary(self, secondary):
         earlier = max(each for each in self.secondaries | {0.0} if each < secondary)
         new = (secondary + earlier) / 2
@@ -135,6 +157,7 @@ class Tailored(Root):
             kind, line = rule[0], rule[1]
             if kind == "suppress":
                 self.suppressed.update(rule[2])
+                self.touched.update(rule[2])
             elif kind == "reset":
                 _, _, before, anchor = rule
                 if anchor is None:
@@ -176,6 +199,9 @@ class Tailored(Root):
                     if fresh != 1:
                         primary = self._next_place(primary)
                     element = Element(primary, COMMON, None)
+                elif strengths == 2 and strength == 3:
+                    element = element._replace(secondary=self._secondary_of_pair(
+                        previous, text, element.secondary))
                 elif strengths == 2 and fresh != 2:
                     element = element._replace(
                         secondary=self._next_secondary(element.secondary))
@@ -195,6 +221,7 @@ class Tailored(Root):
                         self._case_of_element(each.tertiary), True))
                         for each in self.elements(extension)]
                 self.table[text] = elements
+                self.touched.update(text)
                 self.lengths[text[0]] = max(self.lengths.get(text[0], 1), len(text))
                 self.relations.append(Relation(self.path, line, strength, previous, text))
                 previous = text
@@ -222,9 +249,7 @@ def case_of_tertiary(tertiary, title):
         return KANA_CASES[tertiary]
     if tertiary in (2, 4):
         return 3
-    if tertiary == 8:
-        return 0
-    if tertiary == 0xA:
+    if tertiary in (8, 0xA):
         return 1 if title else 0
     return 1 if tertiary in UPPER_TERTIARIES else 2
 

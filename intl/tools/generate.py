@@ -35,7 +35,7 @@ def read_languages(folder, characters):
             texts = [tuple(ord(char) for char in text)
                      for text in read_exemplars(folder, language.exemplars, kind)]
             for text in texts:
-                chief.setdefault(language.script, set()).update(characters.decompose(text))
+                chief.setdefault(language.script, set()).update(characters.decompose(text), text)
             sets.append(texts)
         exemplars[language.number] = sets
     return exemplars, chief

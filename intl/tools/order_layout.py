@@ -9,14 +9,16 @@ by accents above 14.
 import collections
 
 from collation import VARIANT, Form, case_of_tertiary
-from spelling import parts_of
+from spelling import compose, parts_of
 
 SPACE, FIRST_SYMBOL, FIRST_FREE_SYMBOL, FIRST_DIGIT, FIRST_LETTER = 32, 80, 220, 16128, 16384
 UNDEFINED = 13
-FIRST_MARKER = 15000  # symbols that stand for no character: they tell look-alikes apart
+# Symbols that stand for no character: they tell accents beyond the last number apart, and forms.
+FIRST_MARKER, FIRST_FORM_MARKER = 15000, 15100
 FIRST_SLOT, LAST_SLOT = 12, 127
 BEHIND_Z = 116
 FIRST_FREE_ACCENT, LAST_ACCENT = 15, 31
+LAST_LATIN_1 = 0xFF
 
 GROUPS = ["Latin", "Greek", "Cyrillic", "Georgian", "Armenian", "Hebrew", "Arabic", "Devanagari",
           "Bengali", "Gurmukhi", "Gujarati", "Oriya", "Tamil", "Telugu", "Kannada", "Malayalam",
@@ -73,6 +75,12 @@ def counts(characters, text, accents):
             or accents[-1] >= VARIANT or accents[-1] != int(accents[-1]))
 
 
+def is_ligature(accents):
+    """Whether an accent tells a ligature from its letters. Ligatures get numbers before rare marks
+    do: they are frequent, and what has a number needs no further order."""
+    return accents[-1] >= VARIANT
+
+
 def plain(accents):
     return len(accents) == 1 and accents[0] == 32.0
 
@@ -84,7 +92,8 @@ class Layout:
         return self.root.scripts.get(primary[0])
 
     def orders_of_elements(self, elements, title=False, marked=False):
-        """Orders of joined elements, or None where a script has none."""
+        """Orders of joined elements, or None where a script has none. A marker behind a text
+        that is `marked` tells it from the letters that it stands for."""
         values = []
         group = None
         digits = 0
@@ -113,15 +122,17 @@ class Layout:
                     accents = accents[:-1]
                 accent, marker = self.accents[(primary, accents)]
                 values.append(FIRST_LETTER | case << 12 | accent << 7 | slot)
+                assert marker < FIRST_FORM_MARKER - FIRST_MARKER
                 if marker:
                     values.append(FIRST_MARKER + marker)
                 values.extend(loose)
         if not values:
             return Orders(0, (UNDEFINED,))
         if digits > 1 and values[0] >= FIRST_DIGIT and values[0] < FIRST_LETTER:
-            values[0] += 1
+            # A fraction is its digits: what tells it from other numbers is the mark on the first.
+            values = [values[0] + 1] + [value for value in values[1:] if value >= FIRST_DIGIT]
         if marked:
-            values.append(FIRST_MARKER)
+            values.append(FIRST_FORM_MARKER)
         return Orders(group or 0, tuple(values))
 
 
@@ -174,14 +185,14 @@ class RootLayout(Layout):
             if elements is None or category in ("Cc", "Cs"):
                 continue
             if category[0] == "Z":
-                spaces.append((elements[0].primary, elements[0].tertiary, code))
+                spaces.append((code != 0x20, elements[0].primary, elements[0].tertiary, code))
             elif elements[0].primary and elements[0].primary[0] < self.first_digit:
                 key = [(e.primary or (0, 0), e.secondary, e.tertiary) for e in elements]
                 symbols.append((key, code))
             elif not elements[0].primary and elements[0].secondary:
                 marks.append(([(e.secondary, e.tertiary) for e in elements], code))
         self.space = {}
-        for place, (_, _, code) in enumerate(sorted(spaces)):
+        for place, (*_, code) in enumerate(sorted(spaces)):
             self.space[code] = SPACE + place
         self.symbol = dict(SYMBOLS)
         self.symbols_by_primary = {}
@@ -308,13 +319,16 @@ class RootLayout(Layout):
             self._number_rest(rest)
 
     def _number_rest(self, rest):
-        accent, marker = FIRST_FREE_ACCENT, 0
+        accent, marker = FIRST_FREE_ACCENT - 1, 0
+        ligatures = sum(is_ligature(accents) for *_, accents in rest)
         for _, primary, _, accents in sorted(rest):
-            self.accents[(primary, accents)] = (accent, marker)
-            if accent < LAST_ACCENT:
-                accent += 1
+            ligature = is_ligature(accents)
+            if accent < LAST_ACCENT - (0 if ligature else ligatures) or accent < FIRST_FREE_ACCENT:
+                accent, marker = accent + 1, 0
             else:
                 marker += 1
+            ligatures -= ligature
+            self.accents[(primary, accents)] = (accent, marker)
 
     @staticmethod
     def fixed_accent(accents, named):
@@ -335,6 +349,11 @@ class RootLayout(Layout):
         # language's rules say so.
         self.strings |= {text for text in exemplars if len(text) > 1 and all(
             self.characters.combining.get(code, 0) for code in text[1:])}
+        whole = [self.characters.decompose((code,)) for code in self.characters.canonical]
+        for text in list(self.strings) + [text for text in whole if len(text) > 1]:
+            upper = tuple(self.characters.upper.get(code, code) for code in text)
+            if upper != text and 0x345 not in text and len(compose(self.characters, upper)) > 1:
+                self.strings.add(upper)
         for code in range(0x10000):
             if self.collation.of_code(code) is not None or code in self.characters.canonical:
                 texts.add((code,))
@@ -357,8 +376,7 @@ class RootLayout(Layout):
         if elements is None:
             return None
         if not any(element.primary or element.secondary for element in elements):
-            ignorable = self.characters.category.get(code) in ("Cf", "Mn", "Lm", "Me")
-            return Orders(0, (UNDEFINED,)) if ignorable else None
+            return Orders(0, (UNDEFINED,))
         tertiaries = [element.tertiary for element in elements if element.primary]
         variant = any(element.secondary >= VARIANT for element in elements)
         marked = (len(tertiaries) > 1 and not variant and own is None
@@ -395,7 +413,8 @@ class RootLayout(Layout):
 
 def tell_apart(orders, characters, rank, changed=None, same=lambda one, other: False):
     """Gives characters of the same orders a marker each, but for the first in the data's order and
-    for canonical equivalents."""
+    for canonical equivalents. Those of Latin-1 come first, so that their keys are short."""
+    taken = set(orders.values())
     alike = collections.defaultdict(list)
     for code, value in orders.items():
         if value.values != (UNDEFINED,):
@@ -403,7 +422,8 @@ def tell_apart(orders, characters, rank, changed=None, same=lambda one, other: F
     for value, codes in alike.items():
         if len(codes) < 2:
             continue
-        codes.sort(key=lambda code: (changed is not None and code in changed, rank(code), code))
+        codes.sort(key=lambda code: (changed is not None and code in changed, code > LAST_LATIN_1,
+                                     rank(code), code))
         forms = []
         for code in codes:
             form = characters.decompose((code,))
@@ -413,7 +433,11 @@ def tell_apart(orders, characters, rank, changed=None, same=lambda one, other: F
             if not known:
                 forms.append((code, form))
             if place and (changed is None or code in changed):
-                orders[code] = Orders(value.group, value.values + (FIRST_MARKER + 100 + place,))
+                marker = FIRST_FORM_MARKER + place
+                while Orders(value.group, value.values + (marker,)) in taken:
+                    marker += 1
+                orders[code] = Orders(value.group, value.values + (marker,))
+                taken.add(orders[code])
 
 
 def place_in_order(items, fixed, weights, low, high, free):
@@ -537,6 +561,13 @@ class LanguageLayout(Layout):
     def _number_accents(self):
         root = self.root
         self.accents = {}
+        # Letters that a rule puts behind one with another mark keep the number of their own mark
+        # where the order lets them (Hungarian ő behind ö).
+        marked = {}
+        for text in self.tailored:
+            letters = join(self.collation.elements(text))
+            if len(text) == 2 and text[1] in NAMED_ACCENTS and len(letters) == 1:
+                marked[letters[0][:2]] = NAMED_ACCENTS[text[1]]
         for primary, letters in self.used.items():
             known = {accents: root.accents.get((primary, accents)) for accents in letters}
             if all(value is not None for value in known.values()):
@@ -549,6 +580,8 @@ class LanguageLayout(Layout):
                     fixed[accents] = known[accents][0]
                 else:
                     value = RootLayout.fixed_accent(accents, self.named)
+                    if value is None:
+                        value = marked.get((primary, accents))
                     if value is not None:
                         fixed[accents] = value
             self._number_letters(primary, letters, fixed)
@@ -569,13 +602,15 @@ class LanguageLayout(Layout):
             chief.remove(min(chief, key=lambda each: self.exemplar.get((primary, each), 9)))
         taken = set(values.values())
         marker = 0
-        for accents in sorted(letters, key=secondary_key):
+        for accents in sorted(letters, key=lambda each: (
+                not is_ligature(each), secondary_key(each))):
             if accents in values:
                 self.accents[(primary, accents)] = (values[accents], 0)
                 continue
             value = fixed.get(accents)
             if value is None or value in taken:
-                value = next((each for each in free if each not in taken), None)
+                rising = reversed(free) if is_ligature(accents) else free
+                value = next((each for each in rising if each not in taken), None)
             if value is None:
                 marker += 1
                 self.accents[(primary, accents)] = (LAST_ACCENT, marker)
@@ -653,7 +688,7 @@ class LanguageLayout(Layout):
                 if elements == self.root.collation.elements((code,)):
                     # The same letters in another place keep what tells their form apart.
                     orders = Orders(orders.group, orders.values + tuple(
-                        value for value in base[-1:] if value >= FIRST_MARKER
+                        value for value in base[-1:] if value >= FIRST_FORM_MARKER
                         and value < FIRST_DIGIT and value not in orders.values))
                 self.orders[code] = orders
                 changed.add(code)

@@ -3,7 +3,7 @@
 import collections
 
 from order_layout import UNDEFINED
-from spelling import compose, spellings
+from spelling import compose, equivalents, spellings
 
 BLOCK = 64
 HAS_CONTRACTIONS, HAS_VARIANTS, HAS_EXPANSION, MARKS_ONLY = 1, 2, 4, 8
@@ -19,6 +19,13 @@ Entry = collections.namedtuple("Entry", "order group flags expansion links")
 ABSENT = Entry(0, 0, HAS_CONTRACTIONS, 0, 0)
 
 
+def written(characters, text):
+    """The ways to write a text that contracts; those of a letter with marks are all of them."""
+    if all(characters.combining.get(code, 0) for code in text[1:]):
+        return {text} | equivalents(characters, text)
+    return {text, compose(characters, text)}
+
+
 class Texts:
     """The orders of characters and of texts that contract, at the root or in a language."""
 
@@ -28,6 +35,9 @@ class Texts:
         self.spelled = spelled
         self.following = collections.defaultdict(set)
         self.memory = {}
+        self.parted = {}
+        self._part_marked(strings)
+        strings = set(strings) | set(self.parted)
         for text in strings:
             if self.orders(text) is not None and self.orders(text[:1]) is not None:
                 for length in range(1, len(text)):
@@ -40,7 +50,27 @@ class Texts:
             self.memory[text] = self._orders(text)
         return self.memory[text]
 
+    def _part_marked(self, strings):
+        """Marks behind a contraction belong to its last letter alone where Unicode has the letter
+        with them as one character, which does not contract."""
+        combining = self.layout.characters.combining
+        marked = collections.defaultdict(list)
+        for text in self.spelled:
+            marked[text[0]].append(text)
+        known = {text[:length] for text in strings for length in range(2, len(text) + 1)}
+        for text in known:
+            if combining.get(text[-1], 0):
+                continue
+            for letter in marked[text[-1]]:
+                if text[:-1] + letter not in known:
+                    self.parted[text[:-1] + letter] = (text[:-1], letter)
+
     def _orders(self, text):
+        if text in self.parted:
+            first, last = (self.orders(part) for part in self.parted[text])
+            if first is None or last is None:
+                return None
+            return first._replace(values=first.values + last.values)
         if text in self.spelled:
             return self.layout.orders.get(self.spelled[text])
         layout = self.adopted.get(text[0], self.layout)
@@ -65,8 +95,7 @@ class OrderTables:
                 spelled.setdefault(text, code)
         root_strings = set(spelled)
         for text in root_layout.strings:
-            root_strings.add(text)
-            root_strings.add(compose(characters, text))
+            root_strings |= written(characters, text)
         for layout in set(adopted.values()):
             root_strings.update(layout.tailored)
         root_strings = {text for text in root_strings if len(text) > 1}
@@ -75,8 +104,7 @@ class OrderTables:
         for number, layout in language_layouts.items():
             strings = set(root_strings)
             for text in layout.tailored:
-                strings.add(text)
-                strings.add(compose(characters, text))
+                strings |= written(characters, text)
             own = dict(spelled)
             for text in layout.tailored:
                 whole = compose(characters, text)

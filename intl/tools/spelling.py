@@ -1,28 +1,48 @@
 """The ways to write a composed character."""
 
+import itertools
+
 
 def spellings(characters, code):
-    """Other ways to write a composed character: decomposed in whole or in part, and with marks of
-    different classes in another order."""
+    """Other ways to write a composed character."""
     full = characters.decompose((code,))
     if len(full) < 2 or any(each not in characters.category for each in full):
         return set()
-    base, marks = full[0], full[1:]
-    orders = {marks}
-    if len(marks) == 2:
-        first, second = (characters.combining.get(mark, 0) for mark in marks)
-        if first and second and first != second:
-            orders.add((marks[1], marks[0]))
+    return equivalents(characters, full)
+
+
+def equivalents(characters, text):
+    """All texts of several characters that are canonically equivalent to one of a letter and its
+    marks: composed in part, with the marks in another order, and with the characters that stand for
+    others."""
+    full = characters.decompose(text)
     result = set()
-    for order in orders:
-        result.add((base,) + order)
-        composed = base
-        for place, mark in enumerate(order):
-            composed = characters.compose.get((composed, mark))
-            if composed is None:
-                break
-            if place + 1 < len(order):
-                result.add((composed,) + order[place + 1:])
+    for order in set(itertools.permutations(full[1:])):
+        decomposed = full[:1] + order
+        if characters.decompose(decomposed) != full:
+            continue
+        composed = full[0]
+        for place in range(len(full)):
+            if place:
+                composed = characters.compose.get((composed, decomposed[place]))
+                if composed is None:
+                    break
+            for rest in with_other_marks(characters, decomposed[place + 1:]):
+                if rest:
+                    result.update((letter,) + rest for letter in
+                                  [composed] + characters.other_letters.get(composed, []))
+    return result
+
+
+def with_other_marks(characters, marks):
+    """The marks, and the same written with those that stand for one or two of them."""
+    if not marks:
+        return [()]
+    result = [marks[:1] + rest for rest in with_other_marks(characters, marks[1:])]
+    for code, parts in characters.other_marks.items():
+        if marks[:len(parts)] == parts:
+            result.extend((code,) + rest
+                          for rest in with_other_marks(characters, marks[len(parts):]))
     return result
 
 

@@ -82,6 +82,7 @@ class Characters:
         self.upper = {}
         self.lower = {}
         self.name = {}
+        self.decomposed = {}
         path = os.path.join(folder, "UnicodeData.txt")
         range_start = None
         for number, line in read_lines(path):
@@ -112,9 +113,21 @@ class Characters:
         for code, parts in self.canonical.items():
             if len(parts) == 2 and self.combining[parts[0]] == 0:
                 self.compose.setdefault(parts, code)
+        # Characters that stand for another one or, of marks, for two.
+        self.other_marks = {code: self.decompose((code,)) for code in self.canonical
+                            if self.combining[code]}
+        self.other_letters = {}
+        for code, parts in self.canonical.items():
+            if len(parts) == 1 and not self.combining[code]:
+                self.other_letters.setdefault(parts[0], []).append(code)
 
     def decompose(self, text):
         """The canonical decomposition of a tuple of codes."""
+        if text not in self.decomposed:
+            self.decomposed[text] = self._decompose(text)
+        return self.decomposed[text]
+
+    def _decompose(self, text):
         result = []
         for code in text:
             if code in self.canonical:

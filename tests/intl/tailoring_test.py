@@ -8,7 +8,7 @@ from probe_support import DATA, ask, finish, need_data
 LETTER = 1
 
 # Letters that share the letter level of a neighbour, being rare: (language, letter).
-SHARED = {("Macedonian", "\u0503")}
+SHARED = {("Macedonian", "\u0503"), ("Ukrainian", "\uA647")}
 # The tatweel is read over, and so are the rules for what stands on one; the high hamza with its
 # letter is a form that differs at the last level.
 NOT_READ = {0x0640, 0x0674}
@@ -76,7 +76,7 @@ def main():
             rows.append((language.name, line, lesser, greater, strength))
             questions.append(f"compare {language.number} {sides[0]} | {sides[1]}")
     failures = []
-    for row, answer in zip(rows, ask(questions)):
+    for row, answer in zip(rows, ask(questions), strict=True):
         sign, level = (int(word) for word in answer.split())
         strength = row[4]
         held = {1: sign == -1 and level == LETTER,
