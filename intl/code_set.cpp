@@ -9,7 +9,7 @@ namespace {
 
 constexpr unsigned char kSortOrders = 254;
 constexpr unsigned char kLatinGroup = 2;
-constexpr unsigned short kUndefined = 0xFFFD;
+constexpr unsigned kNone = 0xFFFFFFFF;
 constexpr unsigned short kQuestionMark = 0x3F;
 
 /// The value of a character in a table of pages: `index` holds the page numbers.
@@ -19,8 +19,6 @@ Value InPages(unsigned short const* index, Value const* pages, unsigned short ch
 }
 
 }  // namespace
-
-XoWCharList const& XoUnicodeProps::UpperExpansion() const { return kCaseLists[upperList]; }
 
 XoWCharList const& XoUnicodeProps::LowerSequence() const { return kCaseLists[lowerList]; }
 
@@ -54,9 +52,9 @@ int XoCodeSet::HasCharacter(unsigned short unicode) const {
 }
 
 unsigned short XoCodeSet::MapCharacter(unsigned short code, unsigned char fromSet) const {
-  if (fromSet == number || number == kSortOrders || fromSet == kSortOrders) return code;
+  if (number == kSortOrders || fromSet == kSortOrders) return code;
   XoCodeSet const* const from = XoLanguageContext::QueryCodeSet(fromSet);
-  if (from == this) return code;
+  if (from == this) return tables != nullptr && !tables->wide ? code & 0xFF : code;
   unsigned short mapped = 0;
   if (from != nullptr && FromUnicode(from->ToUnicode(code), &mapped) != 0) return mapped;
   return tables != nullptr ? tables->substitute : kQuestionMark;
@@ -65,15 +63,23 @@ unsigned short XoCodeSet::MapCharacter(unsigned short code, unsigned char fromSe
 int XoCodeSet::HoldsForms(XoUnicodeProps const& forms) const {
   if (forms.upperCase != 0 && HasCharacter(forms.upperCase) == 0) return 0;
   if (forms.lowerCase != 0 && HasCharacter(forms.lowerCase) == 0) return 0;
-  XoWCharList const& more = forms.UpperExpansion();
+  XoWCharList const& more = forms.upperExpansion;
   for (unsigned index = 0; index < more.count; ++index) {
     if (HasCharacter(more.values[index]) == 0) return 0;
   }
   return 1;
 }
 
-XoUnicodeProps const* XoCodeSet::GetUnicodeProps(unsigned short character,
-                                                 unsigned char language) const {
+unsigned XoCodeSet::OrdersPlace() const {
+  if (orderTable == nullptr) return kNone;
+  return static_cast<unsigned>(orderTable->FirstEntry() - kOrderEntries);
+}
+
+unsigned XoCodeSet::TablesPlace() const {
+  return tables != nullptr ? static_cast<unsigned>(tables - kCodeSetTables) : kNone;
+}
+
+XoUnicodeProps* XoCodeSet::GetUnicodeProps(unsigned short character, unsigned char language) const {
   if (number == kSortOrders) return nullptr;
   unsigned short const unicode = ToUnicode(character);
   unsigned form =
@@ -85,6 +91,13 @@ XoUnicodeProps const* XoCodeSet::GetUnicodeProps(unsigned short character,
       if (own.language == language && own.character == unicode) form = own.properties;
     }
   }
-  if (form == 0 || unicode == kUndefined || HoldsForms(kCaseForms[form]) == 0) return nullptr;
-  return &kCaseForms[form];
+  if (form == 0 || HoldsForms(kCaseForms[form]) == 0) return nullptr;
+  if (kCaseForms[form].upperExpansion.count != 0) {
+    for (unsigned index = 0; index < kCodeSetCaseCount; ++index) {
+      CodeSetCase const& own = kCodeSetCases[index];
+      if (own.codeSet == number && own.character == unicode) form = own.properties;
+    }
+  }
+  // The interface asks for a pointer that is not to constant data; nothing is written through it.
+  return const_cast<XoUnicodeProps*>(&kCaseForms[form]);
 }

@@ -4,33 +4,33 @@
 #include "order_table.hpp"
 #include "wide_list.hpp"
 
-/// Case forms of a character, in Unicode. Constant records.
+/// Case forms of a character. Constant records: never written to, by whatever pointer they are had.
 class XO_EXPORT XoUnicodeProps {
  public:
-  constexpr XoUnicodeProps(unsigned short upper, unsigned short lower, unsigned char upperMore,
+  constexpr XoUnicodeProps(unsigned short upper, XoWCharList const& upperMore, unsigned short lower,
                            unsigned char lowerWhole)
-      : upperCase(upper), lowerCase(lower), upperList(upperMore), lowerList(lowerWhole) {}
+      : upperCase(upper), upperExpansion(upperMore), lowerCase(lower), lowerList(lowerWhole) {}
 
-  /// The upper-case form, or its first character where it has several; 0 without one.
+  /// The upper-case form in Unicode, or its first character where it has several; 0 without one.
   unsigned short upperCase;
-  /// The lower-case form of one character; 0 without one.
+  /// The characters of the upper-case form behind the first one, in the codes of the set that gave
+  /// the record, as they are to follow in a text; mostly empty.
+  XoWCharList upperExpansion;
+  /// The lower-case form of one character, in Unicode; 0 without one.
   unsigned short lowerCase;
 
-  /// The characters of the upper-case form behind the first one; mostly empty.
-  XoWCharList const& UpperExpansion() const;
   /// The whole lower-case form where the proper one has several characters and `lowerCase` is only
   /// the nearest single one (capital I with dot above; in Lithuanian the accented capital I, whose
-  /// lower case keeps its dot); empty otherwise.
+  /// lower case keeps its dot); empty otherwise. In Unicode, whether or not the set has them.
   XoWCharList const& LowerSequence() const;
 
   /// Hands all fields to `visitor.Add`, in order.
   template <class Visitor>
   void Visit(Visitor& visitor) const {
-    visitor.Add(upperCase, lowerCase, upperList, lowerList);
+    visitor.Add(upperCase, upperExpansion, lowerCase, lowerList);
   }
 
  private:
-  unsigned char upperList;
   unsigned char lowerList;
 };
 
@@ -54,16 +54,16 @@ class XO_EXPORT XoCodeSet {
 
   /// The code in this code set of the character that `code` stands for in code set `fromSet`, by
   /// way of Unicode. A character that this set lacks gives its substitute, the question mark; a
-  /// code that `fromSet` does not define is U+FFFD in Unicode, and so the substitute elsewhere. A
-  /// `fromSet` of 0 is the native code set; one that is unknown gives the substitute. Sort orders
-  /// (254) stand for themselves, on either side. Of a code for an 8-bit `fromSet` the low byte
-  /// counts.
+  /// code that `fromSet` does not define is U+FFFD in Unicode, and so the substitute elsewhere;
+  /// only from a set to itself every code stands for itself. A `fromSet` of 0 is the native code
+  /// set; one that is unknown gives the substitute. Sort orders (254) stand for themselves, on
+  /// either side. Of a code for an 8-bit `fromSet` the low byte counts.
   virtual unsigned short MapCharacter(unsigned short code, unsigned char fromSet) const;
 
   /// Case forms of a code of this set, or null where it has none or where this set has no place for
   /// them, so that the character then stays as it is. `language` chooses Turkish and Lithuanian
-  /// forms; an unknown one is taken as neutral.
-  XoUnicodeProps const* GetUnicodeProps(unsigned short character, unsigned char language) const;
+  /// forms; an unknown one is taken as neutral. The record is constant and must not be written.
+  XoUnicodeProps* GetUnicodeProps(unsigned short character, unsigned char language) const;
 
   /// Whether the set has a code for a Unicode character; 0 when not. U+0000 counts as had.
   int HasCharacter(unsigned short unicode) const;
@@ -78,7 +78,15 @@ class XO_EXPORT XoCodeSet {
   /// The sort orders; null for a code set that is sorted by way of Unicode.
   OrderTable const* orderTable;
 
+  /// Hands what the record says to `visitor.Add`: the number, and the places of its tables.
+  template <class Visitor>
+  void Visit(Visitor& visitor) const {
+    visitor.Add(number, OrdersPlace(), TablesPlace());
+  }
+
  private:
+  unsigned OrdersPlace() const;
+  unsigned TablesPlace() const;
   int FromUnicode(unsigned short unicode, unsigned short* code) const;
   int HoldsForms(XoUnicodeProps const& forms) const;
 

@@ -9,8 +9,8 @@ namespace {
 class Fingerprint {
  public:
   template <class... Values>
-  void Add(Values... values) {
-    ((value = (value ^ static_cast<unsigned long long>(values)) * 0x100000001B3ULL), ...);
+  void Add(Values const&... values) {
+    (AddOne(values), ...);
   }
 
   template <class Value>
@@ -18,20 +18,27 @@ class Fingerprint {
     for (unsigned index = 0; index < count; ++index) Add(values[index]);
   }
 
-  void AddList(XoWCharList const& list) {
-    Add(list.count);
-    AddAll(list.values, list.count);
+  unsigned long long value = 0xCBF29CE484222325ULL;
+
+ private:
+  template <class Value>
+  void AddOne(Value each) {
+    value = (value ^ static_cast<unsigned long long>(each)) * 0x100000001B3ULL;
   }
 
-  unsigned long long value = 0xCBF29CE484222325ULL;
+  void AddOne(XoWCharList const& list) {
+    AddOne(list.count);
+    AddAll(list.values, list.count);
+  }
 };
 
 void AddMapping(Fingerprint& sum) {
   for (unsigned index = 0; index < kCodeSetTableCount; ++index) {
     CodeSetTables const& each = kCodeSetTables[index];
-    sum.Add(each.wide, each.ordered, each.substitute, each.toUnicode, each.fromUnicode,
-            each.orders);
+    sum.Add(each.wide, each.substitute, each.toUnicode, each.fromUnicode);
   }
+  for (unsigned index = 0; index < kCodeSetCount; ++index) kCodeSets[index].Visit(sum);
+  sum.AddAll(kCodeSetPlaces, 256);
   sum.AddAll(kPageIndexes, kPageIndexCount);
   sum.AddAll(kToUnicodePages, kToUnicodePageCount);
   sum.AddAll(kFromUnicodeNarrowPages, kFromUnicodeNarrowPageCount);
@@ -42,19 +49,22 @@ void AddCase(Fingerprint& sum) {
   sum.AddAll(kCaseBlocks, 1024);
   sum.AddAll(kCasePages, kCasePageCount);
   for (unsigned index = 0; index < kCaseFormCount; ++index) kCaseForms[index].Visit(sum);
-  for (unsigned index = 0; index < kCaseListCount; ++index) sum.AddList(kCaseLists[index]);
+  sum.AddAll(kCaseLists, kCaseListCount);
   for (unsigned index = 0; index < kLanguageCaseCount; ++index) {
     LanguageCase const& each = kLanguageCases[index];
     sum.Add(each.language, each.character, each.properties);
+  }
+  for (unsigned index = 0; index < kCodeSetCaseCount; ++index) {
+    CodeSetCase const& each = kCodeSetCases[index];
+    sum.Add(each.codeSet, each.character, each.properties);
   }
 }
 
 void AddOrders(Fingerprint& sum) {
   for (unsigned index = 0; index < kOrderEntryCount; ++index) kOrderEntries[index].Visit(sum);
+  sum.Add(kUnicodeEntries);
   sum.AddAll(kUnicodeBlocks, 1024);
-  for (unsigned index = 0; index < kOrderExpansionCount; ++index) {
-    sum.AddList(kOrderExpansions[index]);
-  }
+  sum.AddAll(kOrderExpansions, kOrderExpansionCount);
   for (unsigned index = 0; index < kOrderLinkCount; ++index) {
     OrderLinks const& each = kOrderLinks[index];
     sum.Add(each.languages, each.firstVariant, each.firstContraction, each.contractionCount);

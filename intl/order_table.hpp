@@ -133,8 +133,8 @@ class XO_EXPORT OrderTable {
       : entries(entries_), blocks(blocks_) {}
 
   /// The entry of a character, which is a code of the table's code set; null where it has none.
-  /// Every code of an 8-bit set and every code below 512 has one; of a wider code, an 8-bit set
-  /// looks at the low byte.
+  /// Every code below 512 has one. Of those from 256 on an 8-bit set looks at the low byte; codes
+  /// of 512 and above have none there.
   virtual CharOrderEntry const* GetEntry(unsigned short character) const;
 
   /// The same for an 8-bit set, without a virtual call or a test.
@@ -142,8 +142,10 @@ class XO_EXPORT OrderTable {
 
   /// The same without a virtual call, for the inner loop of comparisons.
   CharOrderEntry const* Find(unsigned short character) const {
-    CharOrderEntry const* const entry =
-        blocks == nullptr ? FindNarrow(static_cast<unsigned char>(character)) : FindWide(character);
+    if (blocks == nullptr) {
+      return character < 512 ? FindNarrow(static_cast<unsigned char>(character)) : nullptr;
+    }
+    CharOrderEntry const* const entry = FindWide(character);
     return entry->order != 0 ? entry : nullptr;
   }
 
@@ -153,6 +155,9 @@ class XO_EXPORT OrderTable {
     std::size_t const code = character;
     return entries + (std::size_t{blocks[code >> 6]} << 6) + (code & 63);
   }
+
+  /// The first entry of the table, which says where it lies among all entries.
+  CharOrderEntry const* FirstEntry() const { return entries; }
 
  private:
   CharOrderEntry const* entries;

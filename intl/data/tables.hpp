@@ -13,16 +13,21 @@ namespace xo::intl {
 /// code of 0 says that the set lacks the character.
 struct CodeSetTables {
   bool wide;
-  bool ordered;
   unsigned short substitute;
   unsigned toUnicode;
   unsigned fromUnicode;
-  unsigned orders;
 };
 
 /// A case form that differs in a language.
 struct LanguageCase {
   unsigned char language;
+  unsigned short character;
+  unsigned short properties;
+};
+
+/// A case form whose further characters have other codes in a code set than in Unicode.
+struct CodeSetCase {
+  unsigned char codeSet;
   unsigned short character;
   unsigned short properties;
 };
@@ -60,11 +65,13 @@ extern XoWCharList const kCaseLists[];
 extern unsigned const kCaseListCount;
 extern LanguageCase const kLanguageCases[];
 extern unsigned const kLanguageCaseCount;
+extern CodeSetCase const kCodeSetCases[];
+extern unsigned const kCodeSetCaseCount;
 
 extern XoLanguage const kLanguages[];
 extern unsigned const kLanguageCount;
 
-/// The code sets by number, those of `kCodeSetTables` first; 254 and 253 have no tables.
+/// The code sets by number, those of `kCodeSetTables` first; 253 and 254 have no tables.
 extern XoCodeSet const kCodeSets[];
 extern unsigned const kCodeSetCount;
 /// Place in `kCodeSets` of each number; 255 for a number that is no code set.

@@ -5,6 +5,6 @@
 namespace xo::intl {
 
 constinit unsigned const kCollationVersion = 1;
-constinit unsigned long long const kCollationFingerprint = 0xc5494672a300a280;
+constinit unsigned long long const kCollationFingerprint = 0xd383f4ad1b718cb1;
 
 }  // namespace xo::intl

@@ -1,6 +1,7 @@
 """Writes the tables as C++ sources, and works out their fingerprint."""
 
 WIDTH = 100
+NONE = 0xFFFFFFFF  # in the fingerprint, the place of a table that there is not
 HEADER = """// Written by intl/tools/generate.py from Unicode {unicode} and CLDR {cldr}. Do not edit.
 // clang-format off
 #include "intl/data/tables.hpp"
@@ -95,6 +96,7 @@ def order_source(tables):
 def order_values(tables):
     for entry in tables.entries:
         yield from entry
+    yield tables.unicode_start
     yield from tables.blocks
     for values in tables.expansions:
         yield len(values)
@@ -107,7 +109,8 @@ def order_values(tables):
 
 
 class CodeSetData:
-    def __init__(self, code_sets, to_unicode, from_unicode, undefined, order_start):
+    def __init__(self, code_sets, to_unicode, from_unicode, undefined, order_start,
+                 unicode_start):
         self.to_pages = Pages()
         self.narrow = Pages()
         self.wide = Pages()
@@ -129,16 +132,24 @@ class CodeSetData:
                     runs[run] = len(self.indexes)
                     self.indexes.extend(run)
                 places.append(runs[run])
-            ordered = code_set.kind == "ordered"
-            self.tables.append((int(double), int(ordered), back[ord("?")], *places,
-                                order_start.get(code_set.number, 0)))
+            self.tables.append((int(double), back[ord("?")], *places))
         self.code_sets = code_sets
+        # (number, start of the order table or NONE, place of the table or NONE) of all records:
+        # those with tables, then Unicode, then the sort orders.
+        self.records = [
+            (code_set.number,
+             order_start[code_set.number] if code_set.kind == "ordered" else NONE, place)
+            for place, code_set in enumerate(code_sets)]
+        self.records += [(253, unicode_start, NONE), (254, NONE, NONE)]
+        self.places = [255] * 256
+        for place, (number, _, _) in enumerate(self.records):
+            self.places[number] = place
 
     def source(self):
         parts = []
         parts.append(array("CodeSetTables const kCodeSetTables[]", (
-            f"{{{str(bool(wide)).lower()},{str(bool(ordered)).lower()},{substitute},{to},{back},"
-            f"{orders}}}" for wide, ordered, substitute, to, back, orders in self.tables)))
+            f"{{{str(bool(wide)).lower()},{substitute},{to},{back}}}"
+            for wide, substitute, to, back in self.tables)))
         parts.append(count("kCodeSetTableCount", len(self.tables)))
         parts.append(array("unsigned short const kPageIndexes[]", numbers(self.indexes)))
         parts.append(count("kPageIndexCount", len(self.indexes)))
@@ -152,35 +163,34 @@ class CodeSetData:
     def values(self):
         for table in self.tables:
             yield from table
+        for number, orders, table in self.records:
+            yield from (number, orders, table)
+        yield from self.places
         yield from self.indexes
         yield from self.to_pages.values
         yield from self.narrow.values
         yield from self.wide.values
 
     def records_source(self):
-        """The records of the code sets: those with tables, then Unicode, then the sort orders."""
+        """The order tables and the records of the code sets."""
+        names = {each.number: each.name for each in self.code_sets}
+        names |= {253: "Unicode", 254: "sort orders"}
         tables, records = [], []
-        places = [255] * 256
-        for place, code_set in enumerate(self.code_sets):
+        for number, start, place in self.records:
             orders = "nullptr"
-            if code_set.kind == "ordered":
-                tables.append(f"  {{kOrderEntries + {self.tables[place][5]}, nullptr}},")
+            if start != NONE:
+                blocks = "kUnicodeBlocks" if number == 253 else "nullptr"
+                tables.append(f"  {{kOrderEntries + {start}, {blocks}}},")
                 orders = f"&kOrderTables[{len(tables) - 1}]"
-            places[code_set.number] = len(records)
-            records.append(f'  {{{code_set.number}, "{code_set.name}", {orders}, '
-                           f"&kCodeSetTables[{place}]}},")
-        tables.append("  {kOrderEntries + {unicode}, kUnicodeBlocks},")
-        places[253] = len(records)
-        records.append(f'  {{253, "Unicode", &kOrderTables[{len(tables) - 1}], nullptr}},')
-        places[254] = len(records)
-        records.append('  {254, "sort orders", nullptr, nullptr},')
-        return (tables, records, places)
+            own = "nullptr" if place == NONE else f"&kCodeSetTables[{place}]"
+            records.append(f'  {{{number}, "{names[number]}", {orders}, {own}}},')
+        return (tables, records)
 
 
 class CaseData:
-    def __init__(self, characters, special, languages):
+    def __init__(self, characters, special, languages, from_unicode):
         self.lists = [()]
-        self.forms = [(0, 0, 0, 0)]
+        self.forms = [(0, (), 0, 0)]
         self.pages = Pages()
         self.language_cases = []
         upper, lower_whole, language = {}, {}, {}
@@ -197,7 +207,7 @@ class CaseData:
         index = {}
         for code in range(0x10000):
             first = upper.get(code, (characters.upper.get(code, 0),))
-            form = (first[0], characters.lower.get(code, 0), self._list(first[1:]),
+            form = (first[0], first[1:], characters.lower.get(code, 0),
                     self._list(lower_whole.get(code, ())))
             if form != self.forms[0]:
                 index[code] = self._form(form)
@@ -208,10 +218,17 @@ class CaseData:
                 if condition != each.case:
                     continue
                 if len(low) == 1:
-                    form = (0 if up == (code,) else up[0], 0 if low == (code,) else low[0], 0, 0)
+                    form = (0 if up == (code,) else up[0], (), 0 if low == (code,) else low[0], 0)
                 else:
-                    form = (0, characters.lower.get(code, 0), 0, self._list(low))
+                    form = (0, (), characters.lower.get(code, 0), self._list(low))
                 self.language_cases.append((each.number, code, self._form(form)))
+        self.set_cases = []
+        for number, back in from_unicode.items():
+            for code, place in index.items():
+                upper, more, *rest = self.forms[place]
+                own = tuple(back.get(each, 0) for each in more)
+                if code in back and own != more and all(own):
+                    self.set_cases.append((number, code, self._form((upper, own, *rest))))
 
     def _list(self, values):
         values = tuple(values)
@@ -230,8 +247,8 @@ class CaseData:
         parts.append(array("unsigned short const kCasePages[]", numbers(self.pages.values)))
         parts.append(count("kCasePageCount", len(self.pages.values)))
         parts.append(array("XoUnicodeProps const kCaseForms[]",
-                           (f"{{{','.join(str(value) for value in form)}}}"
-                            for form in self.forms)))
+                           (f"{{{upper},{wide_list(more) if more else '{}'},{lower},{whole}}}"
+                            for upper, more, lower, whole in self.forms)))
         parts.append(count("kCaseFormCount", len(self.forms)))
         parts.append(array("XoWCharList const kCaseLists[]",
                            (wide_list(values) for values in self.lists)))
@@ -240,17 +257,21 @@ class CaseData:
                            (f"{{{language},{code},{form}}}"
                             for language, code, form in self.language_cases)))
         parts.append(count("kLanguageCaseCount", len(self.language_cases)))
+        parts.append(array("CodeSetCase const kCodeSetCases[]",
+                           (f"{{{number},{code},{form}}}"
+                            for number, code, form in self.set_cases)))
+        parts.append(count("kCodeSetCaseCount", len(self.set_cases)))
         return "\n".join(parts)
 
     def values(self):
         yield from self.blocks
         yield from self.pages.values
-        for form in self.forms:
-            yield from form
+        for upper, more, lower, whole in self.forms:
+            yield from (upper, len(more), *more, lower, whole)
         for values in self.lists:
             yield len(values)
             yield from values
-        for case in self.language_cases:
+        for case in self.language_cases + self.set_cases:
             yield from case
 
 

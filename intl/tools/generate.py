@@ -8,6 +8,7 @@ index of texts that was built before unusable until it is rebuilt.
 """
 
 import argparse
+import collections
 import os
 import sys
 
@@ -20,6 +21,8 @@ from order_tables import OrderTables
 from unicode_data import (CLDR_VERSION, UNICODE_VERSION, Characters, DataError, check_versions,
                           read_allkeys, read_exemplars, read_scripts, read_special_casing,
                           read_tailoring)
+
+Tables = collections.namedtuple("Tables", "orders sets case rows")
 
 VERSIONS_FILE = "collation_versions.txt"
 
@@ -42,22 +45,25 @@ def read_languages(folder, characters):
 
 
 def generate(folder):
-    """The sources by file name but for the version's, and the fingerprint of the tables."""
+    """All tables, from the published files in a folder. The files are read before anything is laid
+    out, so that one that cannot be read is told at once."""
     characters = Characters(folder)
+    special = read_special_casing(folder)
     allkeys = read_allkeys(folder)
     root_collation = Root(characters, allkeys)
     exemplars, chief = read_languages(folder, characters)
     texts = [text for sets in exemplars.values() for each in sets for text in each]
     scripts = read_scripts(folder)
+    rules = {each.number: read_tailoring(folder, *each.collation) if each.collation else (
+        folder, []) for each in languages.LANGUAGES}
+    tailored = {number: Tailored(root_collation, *rules[number]) for number in exemplars}
     root = RootLayout(root_collation, scripts, chief, texts)
     layouts, adopted = {}, {}
     for language in sorted(languages.LANGUAGES, key=lambda each: not each.adopted):
         if language.number not in exemplars:
             continue
-        rules = read_tailoring(folder, *language.collation) if language.collation else (
-            folder, [])
         layout = LanguageLayout(
-            root, language, Tailored(root_collation, *rules), *exemplars[language.number])
+            root, language, tailored[language.number], *exemplars[language.number])
         if language.adopted:
             codes = [code for code, script in scripts.items() if script == language.script]
             root.adopt(layout, codes)
@@ -69,18 +75,27 @@ def generate(folder):
                     for each in code_sets.CODE_SETS}
     orders = OrderTables(characters, root, layouts, adopted, code_sets.CODE_SETS, to_unicode)
     sets = emit.CodeSetData(code_sets.CODE_SETS, to_unicode, from_unicode, code_sets.UNDEFINED,
-                            orders.table_start)
-    case = emit.CaseData(characters, read_special_casing(folder), languages.LANGUAGES)
+                            orders.table_start, orders.unicode_start)
+    case = emit.CaseData(characters, special, languages.LANGUAGES, from_unicode)
     rows = list(emit.language_rows(languages.LANGUAGES, GROUP_NUMBER, orders.variant_flags))
 
+    return Tables(orders, sets, case, rows)
+
+
+def fingerprint_of(tables):
     fingerprint = emit.Fingerprint()
-    fingerprint.add(emit.order_values(orders))
-    fingerprint.add(sets.values())
-    fingerprint.add(case.values())
-    fingerprint.add(value for row in rows for value in row[:5])
-    tables, records, places = sets.records_source()
-    unicode_table = tables.pop().replace("{unicode}", str(orders.unicode_start))
-    sources = {
+    fingerprint.add(emit.order_values(tables.orders))
+    fingerprint.add(tables.sets.values())
+    fingerprint.add(tables.case.values())
+    fingerprint.add(value for row in tables.rows for value in row[:5])
+    return fingerprint.value
+
+
+def sources_of(tables):
+    """The sources by file name but for the version's."""
+    orders, sets, case, rows = tables
+    order_tables, records = sets.records_source()
+    return {
         "order_data.cpp": emit.order_source(orders),
         "mapping_data.cpp": sets.source(),
         "case_data.cpp": case.source(),
@@ -90,13 +105,12 @@ def generate(folder):
             f"XO_EXPORT extern CharOrderEntry const kOrderEntries[{len(orders.entries)}];",
             f"extern CodeSetTables const kCodeSetTables[{len(sets.tables)}];", "",
             "namespace {", "",
-            "constinit OrderTable const kOrderTables[] = {", *tables, unicode_table, "};", "",
+            "constinit OrderTable const kOrderTables[] = {", *order_tables, "};", "",
             "}  // namespace", "",
             "constinit XoCodeSet const kCodeSets[] = {", *records, "};",
             emit.count("kCodeSetCount", len(records)),
-            emit.array("unsigned char const kCodeSetPlaces[256]", emit.numbers(places))]),
+            emit.array("unsigned char const kCodeSetPlaces[256]", emit.numbers(sets.places))]),
     }
-    return sources, fingerprint.value
 
 
 def read_versions(path):
@@ -134,8 +148,9 @@ def main():
     arguments = parser.parse_args()
     try:
         check_versions(arguments.data, arguments.accept_version)
-        sources, fingerprint = generate(arguments.data)
         versions = read_versions(arguments.versions)
+        tables = generate(arguments.data)
+        fingerprint = fingerprint_of(tables)
         if not versions or versions[-1] != fingerprint:
             if not arguments.new_version:
                 raise DataError(arguments.versions, None,
@@ -147,6 +162,7 @@ def main():
     except DataError as error:
         print(f"generate.py: {error}", file=sys.stderr)
         return 1
+    sources = sources_of(tables)
     sources["version_data.cpp"] = (
         emit.count("kCollationVersion", len(versions))
         + f"constinit unsigned long long const kCollationFingerprint = {fingerprint:#018x};\n")

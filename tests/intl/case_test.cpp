@@ -51,12 +51,12 @@ TEST(CaseForms, UpperFormsOfSeveralCharacters) {
     XoUnicodeProps const* const forms = Forms(each.character);
     ASSERT_NE(forms, nullptr);
     EXPECT_EQ(forms->upperCase, each.upper[0]);
-    ASSERT_EQ(forms->UpperExpansion().count, each.upper.size() - 1);
+    ASSERT_EQ(forms->upperExpansion.count, each.upper.size() - 1);
     for (unsigned index = 1; index < each.upper.size(); ++index) {
-      EXPECT_EQ(forms->UpperExpansion().values[index - 1], each.upper[index]);
+      EXPECT_EQ(forms->upperExpansion.values[index - 1], each.upper[index]);
     }
   }
-  EXPECT_EQ(Forms('a')->UpperExpansion().count, 0);
+  EXPECT_EQ(Forms('a')->upperExpansion.count, 0);
 }
 
 TEST(CaseForms, TurkishDotsStay) {
@@ -65,6 +65,7 @@ TEST(CaseForms, TurkishDotsStay) {
   EXPECT_EQ(Lower(0x130, kTurkish), 'i');
   EXPECT_EQ(Upper(0x131, kTurkish), 'I');
   EXPECT_EQ(Forms(0x130, kTurkish)->LowerSequence().count, 0);
+  EXPECT_EQ(Forms(0xCC, kTurkish)->LowerSequence().count, 0);
   EXPECT_EQ(Upper('i'), 'I');
   EXPECT_EQ(Lower('I'), 'i');
 }
@@ -78,6 +79,7 @@ TEST(CaseForms, LithuanianAccentedIKeepsItsDot) {
   EXPECT_EQ(forms->LowerSequence().values[1], 0x307);
   EXPECT_EQ(forms->LowerSequence().values[2], 0x300);
   EXPECT_EQ(Forms(0xCC)->LowerSequence().count, 0);
+  EXPECT_EQ(Upper('i', kLithuanian), 'I');
 }
 
 TEST(CaseForms, WhatTheSetHasNoPlaceForStays) {
@@ -85,9 +87,10 @@ TEST(CaseForms, WhatTheSetHasNoPlaceForStays) {
   EXPECT_EQ(Forms(0xB5, kNeutral, 1), nullptr);  // µ
   EXPECT_EQ(Upper(0xFF, kNeutral, 15), 0x178u);  // windows-1252 has Ÿ
   EXPECT_EQ(Upper(0xDF, kNeutral, 1), 'S');
-  EXPECT_EQ(Forms(0xDF, kNeutral, 1)->UpperExpansion().count, 1);
+  EXPECT_EQ(Forms(0xDF, kNeutral, 1)->upperExpansion.count, 1);
   EXPECT_EQ(Forms(0xC0, kNeutral, 7), nullptr);  // ΐ, whose parts ISO 8859-7 lacks
   EXPECT_EQ(Forms('i', kTurkish, 1), nullptr);   // no dotted capital in ISO 8859-1
+  EXPECT_EQ(Forms('I', kTurkish, 1), nullptr);   // nor a dotless small one
   EXPECT_EQ(Upper('i', kTurkish, 9), 0x130u);    // but in ISO 8859-9
 }
 
@@ -95,6 +98,32 @@ TEST(CaseForms, CodesAreThoseOfTheSet) {
   EXPECT_EQ(Upper(0x81, kNeutral, 32), 'A');
   EXPECT_EQ(Upper(0xD0, kNeutral, 5), 0x410u);
   EXPECT_EQ(Forms(0x81, kNeutral, 15), nullptr);  // not defined
+}
+
+TEST(CaseForms, FurtherCharactersAreCodesOfTheSet) {
+  XoUnicodeProps const* const sharp = Forms(0x59, kNeutral, 32);  // ß in EBCDIC
+  ASSERT_NE(sharp, nullptr);
+  EXPECT_EQ(sharp->upperCase, 'S');
+  ASSERT_EQ(sharp->upperExpansion.count, 1);
+  EXPECT_EQ(sharp->upperExpansion.values[0], 0xE2);  // S in EBCDIC
+  for (unsigned number = 1; number < 254; ++number) {
+    auto const byte = static_cast<unsigned char>(number);
+    XoCodeSet const* const set = XoLanguageContext::QueryCodeSet(byte);
+    if (set == nullptr) continue;
+    for (unsigned code = 0; code < (number < 225 ? 0x100u : 0x10000u); ++code) {
+      for (unsigned char const language : {kNeutral, kTurkish, kLithuanian}) {
+        auto const character = static_cast<unsigned short>(code);
+        XoUnicodeProps const* const own = Forms(character, language, byte);
+        if (own == nullptr) continue;
+        XoUnicodeProps const* const wide = Forms(set->ToUnicode(character), language);
+        ASSERT_EQ(own->upperExpansion.count, wide->upperExpansion.count);
+        for (unsigned index = 0; index < own->upperExpansion.count; ++index) {
+          EXPECT_EQ(set->ToUnicode(own->upperExpansion.values[index]),
+                    wide->upperExpansion.values[index]);
+        }
+      }
+    }
+  }
 }
 
 TEST(CaseForms, UnknownLanguagesAreNeutral) {
@@ -118,8 +147,10 @@ TEST(CaseForms, NarrowSetsAgreeWithUnicodeWhereTheyHaveTheForm) {
       XoUnicodeProps const* const wide = Forms(unicode);
       XoUnicodeProps const* const narrow = set.GetUnicodeProps(code, kNeutral);
       if (narrow != nullptr) {
-        EXPECT_EQ(narrow, wide);
-      } else if (wide != nullptr && wide->UpperExpansion().count == 0) {
+        EXPECT_EQ(narrow->upperCase, wide->upperCase);
+        EXPECT_EQ(narrow->lowerCase, wide->lowerCase);
+        EXPECT_EQ(&narrow->LowerSequence(), &wide->LowerSequence());
+      } else if (wide != nullptr && wide->upperExpansion.count == 0) {
         // No record says that the one form that there is has no code.
         EXPECT_TRUE(wide->upperCase == 0 || wide->lowerCase == 0);
         EXPECT_EQ(set.HasCharacter(wide->upperCase != 0 ? wide->upperCase : wide->lowerCase), 0);

@@ -20,6 +20,18 @@ TEST(CodeSets, KnownNumbersHaveTheirRecords) {
   }
 }
 
+TEST(CodeSets, NumbersUpTo26AreTheMostUsedSets) {
+  char const* const names[] = {"ISO-8859-1",   "ISO-8859-2",   "ISO-8859-3",   "ISO-8859-4",
+                               "ISO-8859-5",   "ISO-8859-6",   "ISO-8859-7",   "ISO-8859-8",
+                               "ISO-8859-9",   "ISO-8859-13",  "ISO-8859-15",  "IBM866",
+                               "windows-1250", "windows-1251", "windows-1252", "windows-1253",
+                               "windows-1254", "windows-1255", "windows-1256", "windows-1257",
+                               "windows-1258", "KOI8-R",       "KOI8-U",       "IBM437",
+                               "IBM850",       "IBM852"};
+  unsigned char number = 1;
+  for (char const* const name : names) EXPECT_STREQ(Set(number++).name, name);
+}
+
 TEST(CodeSets, NumberZeroIsTheNativeSet) {
   EXPECT_EQ(XoLanguageContext::QueryCodeSet(0),
             XoLanguageContext::QueryCodeSet(XoLanguageContext::GetNativeCodeSet()));
@@ -85,10 +97,20 @@ TEST(CodeSets, SourceZeroIsTheNativeSet) {
 TEST(CodeSets, SortOrdersStandForThemselves) {
   EXPECT_EQ(Set(254).MapCharacter(0x400C, 1), 0x400C);
   EXPECT_EQ(Set(253).MapCharacter(0x400C, 254), 0x400C);
+  EXPECT_EQ(Set(1).MapCharacter(0x400C, 254), 0x400C);
   EXPECT_EQ(Set(254).GetUnicodeProps('a', 0), nullptr);
 }
 
-TEST(CodeSets, LowByteCountsInNarrowSources) { EXPECT_EQ(Set(253).MapCharacter(0x4142, 2), 0x42); }
+TEST(CodeSets, LowByteCountsInNarrowSources) {
+  EXPECT_EQ(Set(253).MapCharacter(0x4142, 2), 0x42);
+  EXPECT_EQ(Set(2).MapCharacter(0x4142, 2), 0x42);
+  EXPECT_EQ(Set(226).MapCharacter(0xB0A1, 226), 0xB0A1);
+}
+
+TEST(CodeSets, EveryCodeStandsForItselfInItsOwnSet) {
+  EXPECT_EQ(Set(15).MapCharacter(0x81, 15), 0x81);  // not defined in windows-1252
+  EXPECT_EQ(Set(253).MapCharacter(0xFFFF, 253), 0xFFFF);
+}
 
 TEST(CodeSets, EveryDefinedCodeComesBack) {
   for (unsigned number = 1; number < 253; ++number) {

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <initializer_list>
+#include <tuple>
 
 #include "tests/intl/order_walk.hpp"
 
@@ -165,10 +166,65 @@ TEST(LanguageOrder, DecomposedTextSortsAsComposed) {
   for (auto const& [composed, decomposed] :
        {std::pair{u"é", u"e\u0301"}, std::pair{u"Å", u"A\u030A"}, std::pair{u"ậ", u"a\u0323\u0302"},
         std::pair{u"ậ", u"a\u0302\u0323"}, std::pair{u"ậ", u"â\u0323"}, std::pair{u"ậ", u"ạ\u0302"},
-        std::pair{u"й", u"и\u0306"}, std::pair{u"ΐ", u"ϊ\u0301"}}) {
+        std::pair{u"й", u"и\u0306"}, std::pair{u"ΐ", u"ϊ\u0301"},
+        // Marks in every order that is equivalent.
+        std::pair{u"ṩ", u"s\u0307\u0323"}, std::pair{u"ᾂ", u"α\u0345\u0313\u0300"},
+        std::pair{u"ᾂ", u"α\u0313\u0345\u0300"}, std::pair{u"ᾂ", u"ἀ\u0345\u0300"},
+        // Marks that stand for others.
+        std::pair{u"à", u"a\u0340"}, std::pair{u"á", u"a\u0341"}, std::pair{u"ἀ", u"α\u0343"},
+        std::pair{u"ΐ", u"ι\u0344"}, std::pair{u"ᾂ", u"α\u0345\u0343\u0340"},
+        std::pair{u"\u1FB4", u"\u1F71\u0345"}}) {
     for (unsigned char language = 0; language < 48; ++language) {
       EXPECT_EQ(CompareTexts(composed, decomposed, language).sign, 0) << unsigned{language};
     }
+  }
+}
+
+TEST(LanguageOrder, MarksBehindAContractionBelongToItsLastLetter) {
+  for (auto const& [composed, decomposed, language] :
+       {std::tuple{u"cś", u"cs\u0301", kHungarian}, std::tuple{u"gý", u"gy\u0301", kHungarian},
+        std::tuple{u"dzş", u"dzs\u0327", kHungarian}, std::tuple{u"aá", u"aa\u0301", kDanish},
+        std::tuple{u"aå", u"aa\u030A", kDanish}, std::tuple{u"dź", u"dz\u0301", kCroatian},
+        std::tuple{u"cṩ", u"cs\u0307\u0323", kHungarian},
+        std::tuple{u"cś", u"cs\u0341", kHungarian}}) {
+    EXPECT_EQ(CompareTexts(composed, decomposed, language).sign, 0)
+        << testing::PrintToString(std::u16string(composed));
+  }
+}
+
+TEST(LanguageOrder, MarkedCapitalsWithoutAComposedFormDifferInCaseAlone) {
+  for (unsigned char language = 0; language < 48; ++language) {
+    for (auto const& [small, capital] :
+         {std::pair{u"а\u0301", u"А\u0301"}, std::pair{u"j\u030C", u"J\u030C"},
+          std::pair{u"ǰ", u"J\u030C"}, std::pair{u"ẖ", u"H\u0331"},
+          std::pair{u"m\u0303", u"M\u0303"}}) {
+      Difference const difference = CompareTexts(small, capital, language);
+      EXPECT_EQ(difference.sign, -1) << testing::PrintToString(std::u16string(small));
+      EXPECT_EQ(difference.level, Level::Case) << unsigned{language};
+    }
+  }
+}
+
+TEST(LanguageOrder, ShortIIsALetterOfItsOwn) {
+  for (unsigned char language = 0; language < 48; ++language) {
+    // Serbian and Macedonian have no й, and take it for и with a breve.
+    bool const own = language != kSerbian && language != kMacedonian;
+    ExpectRising(language, own ? Level::Letter : Level::Accent, {u"и", u"й"});
+    ExpectRising(language, Level::Letter, {u"й", u"к"});
+    if (own) {
+      EXPECT_EQ(WalkOrders(u"й", language)[0].order >> 7 & 31, 0);
+    }
+  }
+}
+
+TEST(LanguageOrder, DanishThornsDifferInCaseAlone) {
+  ExpectRising(kDanish, Level::Case, {u"þ", u"Þ"});
+  ExpectRising(kDanish, Level::Accent, {u"th", u"þ"});
+}
+
+TEST(LanguageOrder, HungarianDoubleAcuteKeepsItsNumber) {
+  for (char16_t const* const text : {u"ő", u"Ő", u"ű", u"Ű"}) {
+    EXPECT_EQ(WalkOrders(text, kHungarian)[0].order >> 7 & 31, 14);
   }
 }
 
@@ -208,6 +264,7 @@ TEST(LanguageOrder, VariantsFoundByNumberAreThoseOfTheList) {
                 entry->ContractionEntry(index));
     }
     EXPECT_EQ(entry->ContractionEntry(entry->ContractionCount()), nullptr);
+    EXPECT_EQ(entry->ContractionCharacter(entry->ContractionCount()), 0);
     EXPECT_EQ(entry->Contraction(u'\u4E00'), nullptr);
   }
 }

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <set>
 
 #include "tests/intl/order_walk.hpp"
@@ -118,6 +119,20 @@ TEST(SortOrders, ControlsAndUndefinedCodesAreUndefined) {
   EXPECT_EQ(Order(0x0640), 13u);    // tatweel, which no collation reads
 }
 
+TEST(SortOrders, CharactersThatNoCollationReadsAreUndefined) {
+  // A joining form, signs of Vedic and a letter of Sanskrit that stands for a pause: letters, marks
+  // and punctuation.
+  for (int const code : {0xFE73, 0x1CD3, 0x1CE1, 0x1CF7}) {
+    ASSERT_NE(Table().GetEntry(static_cast<unsigned short>(code)), nullptr);
+    EXPECT_EQ(Order(static_cast<unsigned short>(code)), 13u) << code;
+  }
+}
+
+TEST(SortOrders, TheSpaceIs32) {
+  EXPECT_EQ(Order(' '), 32u);
+  for (unsigned char const set : OrderedNarrowSets()) EXPECT_EQ(Order(' ', set), 32u);
+}
+
 TEST(SortOrders, SpacesAreBelow80) {
   for (unsigned short const code :
        std::initializer_list<unsigned short>{0x20, 0xA0, 0x2002, 0x2028, 0x3000}) {
@@ -150,7 +165,50 @@ TEST(SortOrders, FindEqualsGetEntry) {
     CharOrderEntry const* const raw = Table().FindWide(character);
     EXPECT_EQ(raw->order != 0 ? raw : nullptr, Table().GetEntry(character));
     EXPECT_TRUE(raw->order != 0 || !raw->IsPlain(0, u'a'));
-    EXPECT_EQ(Table(1).Find(character), Table(1).GetEntry(character & 0xFF));
+    EXPECT_EQ(Table(1).Find(character), Table(1).GetEntry(character));
+  }
+}
+
+TEST(SortOrders, NarrowTablesHaveNothingFrom512On) {
+  for (unsigned char const set : OrderedNarrowSets()) {
+    for (unsigned code = 256; code < 0x10000; code += code < 520 ? 1u : 251u) {
+      auto const character = static_cast<unsigned short>(code);
+      CharOrderEntry const* const low = Table(set).FindNarrow(static_cast<unsigned char>(code));
+      EXPECT_EQ(Table(set).GetEntry(character), code < 512 ? low : nullptr) << code;
+    }
+  }
+}
+
+/// A plain entry has nothing to be asked for: no variant, no contraction, no expansion.
+void ExpectNothingBehindPlain(CharOrderEntry const& entry, unsigned char codeSet) {
+  std::vector<unsigned short> following = {0, 'a', 0x301};
+  for (unsigned index = 0; index < entry.ContractionCount(); ++index) {
+    following.push_back(entry.ContractionCharacter(index));
+    ExpectNothingBehindPlain(*entry.ContractionEntry(index), codeSet);
+  }
+  for (unsigned index = 0; index < entry.VariantCount(); ++index) {
+    ExpectNothingBehindPlain(*entry.VariantEntry(index), codeSet);
+  }
+  for (unsigned char language = 0; language < 48; ++language) {
+    unsigned char const flag = XoLanguageContext::QueryLanguage(language)->variantFlag;
+    for (unsigned short const next : following) {
+      if (!entry.IsPlain(flag, next)) continue;
+      EXPECT_EQ(entry.Variant(language), nullptr) << unsigned{codeSet};
+      EXPECT_EQ(entry.Contraction(next), nullptr) << unsigned{codeSet} << ' ' << next;
+      EXPECT_FALSE(entry.HasExpansion()) << unsigned{codeSet};
+    }
+  }
+}
+
+TEST(SortOrders, NothingFollowsAPlainEntry) {
+  for (unsigned code = 0; code < 0x10000; ++code) {
+    CharOrderEntry const* const entry = Table().GetEntry(static_cast<unsigned short>(code));
+    if (entry != nullptr) ExpectNothingBehindPlain(*entry, kUnicode);
+  }
+  for (unsigned char const set : OrderedNarrowSets()) {
+    for (unsigned short code = 0; code < 256; ++code) {
+      ExpectNothingBehindPlain(*Table(set).GetEntry(code), set);
+    }
   }
 }
 
@@ -259,6 +317,8 @@ TEST(SortOrders, CaseBitsOfOtherFormsLieBetween) {
   EXPECT_EQ(CaseOf(Order(0x01C4)), 0u);  // Ǆ
   EXPECT_EQ(CaseOf(Order(0xFF41)), 2u);  // fullwidth a
   EXPECT_EQ(CaseOf(Order(0xFF21)), 1u);  // fullwidth A
+  EXPECT_EQ(CaseOf(Order(0x1F88)), 1u);  // ᾈ
+  EXPECT_EQ(CaseOf(Order(0x1FFC)), 1u);  // ῼ
 }
 
 std::vector<unsigned> Walked(std::u16string const& text, unsigned char language = 0) {
@@ -322,7 +382,9 @@ TEST(SortOrders, OnlyLettersCarryAGroup) {
     if (IsLetter(entry->order)) {
       ASSERT_NE(entry->GroupOverride(), nullptr) << code;
       EXPECT_TRUE(*entry->GroupOverride() >= 2 && *entry->GroupOverride() <= 19) << code;
-    } else if (!entry->HasExpansion()) {
+    } else {
+      XoWCharList const& more = entry->Expansion();
+      if (std::any_of(more.values, more.values + more.count, IsLetter)) continue;
       EXPECT_EQ(entry->GroupOverride(), nullptr) << code;
     }
     EXPECT_LT(entry->order, 32768) << code;
@@ -370,6 +432,95 @@ TEST(SortOrders, NarrowTablesAgreeWithUnicode) {
         auto const wide = WalkOrders(std::u16string(1, static_cast<char16_t>(character)), language);
         EXPECT_EQ(CompareByLevels(own, wide).sign, 0) << codes.name << ' ' << code;
       }
+    }
+  }
+}
+
+/// The entry in a language.
+CharOrderEntry const& InLanguage(CharOrderEntry const& entry, unsigned char language) {
+  CharOrderEntry const* const own = entry.Variant(language);
+  return own != nullptr ? *own : entry;
+}
+
+/// The same orders, and the same behind every character that the set can write.
+bool SameTree(CharOrderEntry const& narrow, CharOrderEntry const& wide, XoCodeSet const& codes) {
+  unsigned char const* const group = narrow.GroupOverride();
+  unsigned char const* const wideGroup = wide.GroupOverride();
+  if (narrow.order != wide.order || (group == nullptr) != (wideGroup == nullptr)) return false;
+  if (group != nullptr && *group != *wideGroup) return false;
+  XoWCharList const& more = narrow.Expansion();
+  XoWCharList const& wideMore = wide.Expansion();
+  if (!std::equal(more.values, more.values + more.count, wideMore.values,
+                  wideMore.values + wideMore.count)) {
+    return false;
+  }
+  unsigned found = 0;
+  for (unsigned index = 0; index < wide.ContractionCount(); ++index) {
+    unsigned short const character = wide.ContractionCharacter(index);
+    if (codes.HasCharacter(character) == 0) continue;
+    CharOrderEntry const* const longer =
+        narrow.Contraction(codes.MapCharacter(character, kUnicode));
+    if (longer == nullptr || !SameTree(*longer, *wide.ContractionEntry(index), codes)) return false;
+    ++found;
+  }
+  return found == narrow.ContractionCount();
+}
+
+TEST(SortOrders, NarrowEntriesAreThoseOfUnicodeWithTheirContractions) {
+  for (unsigned char const set : OrderedNarrowSets()) {
+    XoCodeSet const& codes = *XoLanguageContext::QueryCodeSet(set);
+    for (unsigned short code = 0; code < 256; ++code) {
+      unsigned short const character = codes.ToUnicode(code);
+      if (character == 0xFFFD || Table().GetEntry(character) == nullptr) continue;
+      for (unsigned char language = 0; language < 48; ++language) {
+        EXPECT_TRUE(SameTree(InLanguage(*Table(set).GetEntry(code), language),
+                             InLanguage(*Table().GetEntry(character), language), codes))
+            << codes.name << ' ' << code << " in language " << unsigned{language};
+      }
+    }
+  }
+}
+
+TEST(SortOrders, NarrowCharactersHaveAtMostTwoOrders) {
+  // Three have the number sign, the digraphs of Yiddish, the Thai am and, where a rule of the
+  // language makes it a form of th, þ.
+  std::set<unsigned> const longer = {0x2116, 0x5F0, 0x5F1, 0x5F2, 0xE33};
+  std::set<unsigned> const nordic = {13, 15, 18};
+  for (unsigned char const set : OrderedNarrowSets()) {
+    XoCodeSet const& codes = *XoLanguageContext::QueryCodeSet(set);
+    for (unsigned short code = 0; code < 256; ++code) {
+      unsigned const character = codes.ToUnicode(code);
+      for (unsigned char language = 0; language < 48; ++language) {
+        bool const thorn = (character == 0xDE || character == 0xFE) && nordic.count(language) != 0;
+        auto const orders =
+            WalkOrders(std::u16string(1, static_cast<char16_t>(code)), language, set);
+        EXPECT_LE(orders.size(), thorn || longer.count(character) != 0 ? 3u : 2u)
+            << codes.name << ' ' << code << " in language " << unsigned{language};
+      }
+    }
+  }
+}
+
+TEST(SortOrders, UpperAndLowerFormDifferInCaseAlone) {
+  constexpr unsigned char kTurkish = 31;
+  XoCodeSet const& unicode = *XoLanguageContext::QueryCodeSet(kUnicode);
+  for (unsigned char language = 0; language < 48; ++language) {
+    for (unsigned code = 0; code < 0x10000; ++code) {
+      auto const lower = static_cast<unsigned short>(code);
+      XoUnicodeProps const* const forms = unicode.GetUnicodeProps(lower, language);
+      if (forms == nullptr || forms->upperCase == 0 || forms->upperExpansion.count != 0) continue;
+      XoUnicodeProps const* const back = unicode.GetUnicodeProps(forms->upperCase, language);
+      if (back == nullptr || back->lowerCase != lower) continue;
+      if (Table().GetEntry(lower) == nullptr || Table().GetEntry(forms->upperCase) == nullptr) {
+        continue;
+      }
+      // To Turkish readers i and I, with marks or without, are two letters.
+      if (language == kTurkish && LetterOf(Order(lower)) == 'I' - 62) continue;
+      std::u16string const small(1, static_cast<char16_t>(lower));
+      std::u16string const capital(1, static_cast<char16_t>(forms->upperCase));
+      Difference const difference = CompareTexts(small, capital, language);
+      EXPECT_TRUE(difference.sign == -1 && difference.level == Level::Case)
+          << std::hex << code << " in language " << std::dec << unsigned{language};
     }
   }
 }

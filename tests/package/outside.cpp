@@ -141,7 +141,7 @@ void UseLanguages() {
   unsigned short value = 0;
   Expect(list.Get(0, &value) == 0 && value == 7 && list.Get(1, &value) == -2005, "a list");
   XoUnicodeProps const* const forms = unicode->GetUnicodeProps(0xDF, 0);
-  Expect(forms->upperCase == 'S' && forms->UpperExpansion().count == 1, "case forms");
+  Expect(forms->upperCase == 'S' && forms->upperExpansion.count == 1, "case forms");
   Expect(XoLanguageContext::QueryLanguage(1)->group == unicode->CodeSetGroup(1), "a language");
   Expect(XoLanguageContext::GetCollationVersion() != 0 &&
              XoLanguageContext::GetCollationFingerprint() ==
