@@ -8,7 +8,7 @@ reason; a tertiary is a root weight or a `Form` given by a tailoring.
 import collections
 import re
 
-from unicode_data import DataError
+from unicode_data import DataError, Reading
 
 Element = collections.namedtuple("Element", "primary secondary tertiary")
 Form = collections.namedtuple("Form", "case marked")
@@ -153,78 +153,81 @@ class Tailored(Root):
 
     def _apply(self, rules):
         anchor = None
-        for rule in rules:
-            kind, line = rule[0], rule[1]
-            if kind == "suppress":
-                self.suppressed.update(rule[2])
-                self.touched.update(rule[2])
-            elif kind == "reset":
-                _, _, before, anchor = rule
-                if anchor is None:
-                    continue
-                current = self.elements(anchor)
-                if current is None:
-                    raise DataError(self.path, line, "resets to a character without weights")
-                current = list(current)
-                previous = anchor
-                last = self._case_of_element(current[-1].tertiary)
-                if before == 1:
-                    current[-1] = current[-1]._replace(
-                        primary=self._previous_place(current[-1].primary))
-                elif before == 2:
-                    current[-1] = current[-1]._replace(
-                        secondary=self._previous_secondary(current[-1].secondary))
-                elif before:
-                    raise DataError(self.path, line, f"resets before strength {before}")
-                fresh = before
-            else:
-                _, _, strength, text, extension = rule
-                if anchor is None:
-                    continue
-                text = self.characters.decompose(text)
-                case = self._case(text)
-                compatibility = len(text) == 1 and text[0] in self.characters.compatibility
-                combining = self.characters.category.get(text[0]) == "Mn" and len(text) == 1
-                marked = bool(extension) or compatibility or (strength == 3 and combining)
-                element = current[-1]
-                if element.primary and element.primary[0] == 0:
-                    raise DataError(self.path, line, "tailors an ignorable character")
-                strengths = strength
-                if strength == 3 and not marked and last is not None and case >= last:
-                    strengths = 2
-                if strengths == 1:
-                    primary = element.primary
-                    if not primary:
-                        raise DataError(self.path, line, "gives a letter's place to a mark")
-                    if fresh != 1:
-                        primary = self._next_place(primary)
-                    element = Element(primary, COMMON, None)
-                elif strengths == 2 and strength == 3:
-                    element = element._replace(secondary=self._secondary_of_pair(
-                        previous, text, element.secondary))
-                elif strengths == 2 and fresh != 2:
-                    element = element._replace(
-                        secondary=self._next_secondary(element.secondary))
-                if strength != 4:
-                    element = element._replace(tertiary=Form(case, marked))
-                fresh = 0
-                if not extension and len(current) > 1 and strength != 4:
-                    current = [each._replace(tertiary=Form(case, False)) if each.primary else each
-                               for each in current]
-                last = case if strength != 4 else last
-                current = current[:-1] + [element]
-                elements = list(current)
-                if extension:
-                    elements = [each._replace(tertiary=Form(self._case_at(text, at), True))
-                                for at, each in enumerate(elements)]
-                    elements += [each._replace(tertiary=Form(
-                        self._case_of_element(each.tertiary), True))
-                        for each in self.elements(extension)]
-                self.table[text] = elements
-                self.touched.update(text)
-                self.lengths[text[0]] = max(self.lengths.get(text[0], 1), len(text))
-                self.relations.append(Relation(self.path, line, strength, previous, text))
-                previous = text
+        with Reading(self.path, None) as place:
+            for rule in rules:
+                kind, line = rule[0], rule[1]
+                place.line = line
+                if kind == "suppress":
+                    self.suppressed.update(rule[2])
+                    self.touched.update(rule[2])
+                elif kind == "reset":
+                    _, _, before, anchor = rule
+                    if anchor is None:
+                        continue
+                    current = self.elements(anchor)
+                    if current is None:
+                        raise DataError(self.path, line, "resets to a character without weights")
+                    current = list(current)
+                    previous = anchor
+                    last = self._case_of_element(current[-1].tertiary)
+                    if before == 1:
+                        current[-1] = current[-1]._replace(
+                            primary=self._previous_place(current[-1].primary))
+                    elif before == 2:
+                        current[-1] = current[-1]._replace(
+                            secondary=self._previous_secondary(current[-1].secondary))
+                    elif before:
+                        raise DataError(self.path, line, f"resets before strength {before}")
+                    fresh = before
+                else:
+                    _, _, strength, text, extension = rule
+                    if anchor is None:
+                        continue
+                    text = self.characters.decompose(text)
+                    case = self._case(text)
+                    compatibility = len(text) == 1 and text[0] in self.characters.compatibility
+                    combining = self.characters.category.get(text[0]) == "Mn" and len(text) == 1
+                    marked = bool(extension) or compatibility or (strength == 3 and combining)
+                    element = current[-1]
+                    if element.primary and element.primary[0] == 0:
+                        raise DataError(self.path, line, "tailors an ignorable character")
+                    strengths = strength
+                    if strength == 3 and not marked and last is not None and case >= last:
+                        strengths = 2
+                    if strengths == 1:
+                        primary = element.primary
+                        if not primary:
+                            raise DataError(self.path, line, "gives a letter's place to a mark")
+                        if fresh != 1:
+                            primary = self._next_place(primary)
+                        element = Element(primary, COMMON, None)
+                    elif strengths == 2 and strength == 3:
+                        element = element._replace(secondary=self._secondary_of_pair(
+                            previous, text, element.secondary))
+                    elif strengths == 2 and fresh != 2:
+                        element = element._replace(
+                            secondary=self._next_secondary(element.secondary))
+                    if strength != 4:
+                        element = element._replace(tertiary=Form(case, marked))
+                    fresh = 0
+                    if not extension and len(current) > 1 and strength != 4:
+                        form = Form(case, False)
+                        current = [each._replace(tertiary=form) if each.primary else each
+                                   for each in current]
+                    last = case if strength != 4 else last
+                    current = current[:-1] + [element]
+                    elements = list(current)
+                    if extension:
+                        elements = [each._replace(tertiary=Form(self._case_at(text, at), True))
+                                    for at, each in enumerate(elements)]
+                        elements += [each._replace(tertiary=Form(
+                            self._case_of_element(each.tertiary), True))
+                            for each in self.elements(extension)]
+                    self.table[text] = elements
+                    self.touched.update(text)
+                    self.lengths[text[0]] = max(self.lengths.get(text[0], 1), len(text))
+                    self.relations.append(Relation(self.path, line, strength, previous, text))
+                    previous = text
 
     def _case_of_element(self, tertiary):
         return tertiary.case if isinstance(tertiary, Form) else case_of_tertiary(tertiary, False)
@@ -257,66 +260,67 @@ def case_of_tertiary(tertiary, title):
 def tokens(path, lines):
     """Yields (line, kind, text) of the rules: operators, brackets and strings."""
     for number, line in lines:
-        index = 0
-        line = line.lstrip("\uFEFF")
-        text = ""
-        while index <= len(line):
-            char = line[index] if index < len(line) else "\n"
-            special = None
-            if char in BIDI_MARKS:
-                index += 1
-                continue
-            if char == "'":
-                end = line.find("'", index + 1)
-                if end < 0:
-                    raise DataError(path, number, "a quotation is not closed")
-                quoted = line[index + 1:end] or "'"
-                text += re.sub(r"\\(.)", r"\1", quoted)
-                index = end + 1
-                continue
-            if char == "\\":
-                found = re.match(r"\\+u([0-9A-Fa-f]{4})", line[index:])
-                if found:
-                    text += chr(int(found[1], 16))
-                    index += len(found[0])
-                else:
-                    text += line[index + 1]
-                    index += 2
-                continue
-            if char in " \t\n#&<=/[|":
-                if text:
-                    yield number, "text", tuple(ord(each) for each in text)
-                    text = ""
-                if char == "#" or char == "\n":
-                    break
-                if char == "[":
-                    depth, end = 0, index
-                    while end < len(line):
-                        depth += {"[": 1, "]": -1}.get(line[end], 0)
-                        end += 1
-                        if depth == 0:
-                            break
-                    if depth:
-                        raise DataError(path, number, "a bracket is not closed")
-                    yield number, "option", line[index + 1:end - 1]
-                    index = end
+        with Reading(path, number):
+            index = 0
+            line = line.lstrip("\uFEFF")
+            text = ""
+            while index <= len(line):
+                char = line[index] if index < len(line) else "\n"
+                special = None
+                if char in BIDI_MARKS:
+                    index += 1
                     continue
-                if char == "<":
-                    found = re.match("<+", line[index:])
-                    if len(found[0]) > 3 or line[index + len(found[0]):][:1] == "*":
-                        raise DataError(path, number, "uses a relation that is not known")
-                    yield number, "relation", len(found[0])
-                    index += len(found[0])
+                if char == "'":
+                    end = line.find("'", index + 1)
+                    if end < 0:
+                        raise DataError(path, number, "a quotation is not closed")
+                    quoted = line[index + 1:end] or "'"
+                    text += re.sub(r"\\(.)", r"\1", quoted)
+                    index = end + 1
                     continue
-                if char == "|":
-                    raise DataError(path, number, "uses a prefix")
-                special = {"&": "reset", "=": "equal", "/": "extend"}.get(char)
-                if special:
-                    yield number, special, None
+                if char == "\\":
+                    found = re.match(r"\\+u([0-9A-Fa-f]{4})", line[index:])
+                    if found:
+                        text += chr(int(found[1], 16))
+                        index += len(found[0])
+                    else:
+                        text += line[index + 1]
+                        index += 2
+                    continue
+                if char in " \t\n#&<=/[|":
+                    if text:
+                        yield number, "text", tuple(ord(each) for each in text)
+                        text = ""
+                    if char == "#" or char == "\n":
+                        break
+                    if char == "[":
+                        depth, end = 0, index
+                        while end < len(line):
+                            depth += {"[": 1, "]": -1}.get(line[end], 0)
+                            end += 1
+                            if depth == 0:
+                                break
+                        if depth:
+                            raise DataError(path, number, "a bracket is not closed")
+                        yield number, "option", line[index + 1:end - 1]
+                        index = end
+                        continue
+                    if char == "<":
+                        found = re.match("<+", line[index:])
+                        if len(found[0]) > 3 or line[index + len(found[0]):][:1] == "*":
+                            raise DataError(path, number, "uses a relation that is not known")
+                        yield number, "relation", len(found[0])
+                        index += len(found[0])
+                        continue
+                    if char == "|":
+                        raise DataError(path, number, "uses a prefix")
+                    special = {"&": "reset", "=": "equal", "/": "extend"}.get(char)
+                    if special:
+                        yield number, special, None
+                    index += 1
+                    continue
+                text += char
                 index += 1
-                continue
-            text += char
-            index += 1
 
 
 def parse(path, lines):
@@ -331,7 +335,8 @@ def parse(path, lines):
         index += 1
         if kind == "option":
             if value.startswith("suppressContractions"):
-                yield "suppress", line, [ord(each) for each in value.split("[")[1].rstrip("]")]
+                with Reading(path, line):
+                    yield "suppress", line, [ord(each) for each in value.split("[")[1].rstrip("]")]
             elif not value.startswith(ignored):
                 raise DataError(path, line, f"uses an option that is not known: [{value}]")
         elif kind == "reset":
@@ -343,12 +348,15 @@ def parse(path, lines):
                     if anchor is not None:
                         anchor += text
                 elif text.startswith("before"):
-                    before = int(text.split()[1])
+                    with Reading(path, line):
+                        before = int(text.split()[1])
                 elif text == "last secondary ignorable":
                     anchor = None
                 else:
                     raise DataError(path, line, f"resets to [{text}]")
                 index += 1
+            if anchor == ():
+                raise DataError(path, line, "resets to nothing")
             yield "reset", line, before, anchor
         elif kind in ("relation", "equal"):
             if index >= len(stream) or stream[index][1] != "text":
@@ -356,7 +364,8 @@ def parse(path, lines):
             text = stream[index][2]
             index += 1
             extension = ()
-            if index + 1 < len(stream) and stream[index][1] == "extend":
+            if index + 1 < len(stream) and stream[index][1] == "extend" and (
+                    stream[index + 1][1] == "text"):
                 extension = stream[index + 1][2]
                 index += 2
             yield "rule", line, 4 if kind == "equal" else value, text, extension

@@ -18,9 +18,9 @@ import languages
 from collation import Root, Tailored
 from order_layout import GROUP_NUMBER, LanguageLayout, RootLayout
 from order_tables import OrderTables
-from unicode_data import (CLDR_VERSION, UNICODE_VERSION, Characters, DataError, check_versions,
-                          read_allkeys, read_exemplars, read_scripts, read_special_casing,
-                          read_tailoring)
+from unicode_data import (CLDR_VERSION, UNICODE_VERSION, Characters, DataError, Reading,
+                          check_versions, read_allkeys, read_exemplars, read_lines, read_scripts,
+                          read_special_casing, read_tailoring)
 
 Tables = collections.namedtuple("Tables", "orders sets case rows")
 
@@ -49,13 +49,12 @@ def generate(folder):
     out, so that one that cannot be read is told at once."""
     characters = Characters(folder)
     special = read_special_casing(folder)
-    allkeys = read_allkeys(folder)
-    root_collation = Root(characters, allkeys)
     exemplars, chief = read_languages(folder, characters)
     texts = [text for sets in exemplars.values() for each in sets for text in each]
     scripts = read_scripts(folder)
     rules = {each.number: read_tailoring(folder, *each.collation) if each.collation else (
         folder, []) for each in languages.LANGUAGES}
+    root_collation = Root(characters, read_allkeys(folder))
     tailored = {number: Tailored(root_collation, *rules[number]) for number in exemplars}
     root = RootLayout(root_collation, scripts, chief, texts)
     layouts, adopted = {}, {}
@@ -115,14 +114,12 @@ def sources_of(tables):
 
 def read_versions(path):
     versions = []
-    with open(path, encoding="utf-8") as file:
-        for number, line in enumerate(file, 1):
-            line = line.split("#")[0].split()
-            if not line:
-                continue
-            if len(line) != 2 or int(line[0]) != len(versions) + 1:
-                raise DataError(path, number, "is no version with its fingerprint")
-            versions.append(int(line[1], 16))
+    for number, line in read_lines(path):
+        with Reading(path, number):
+            version, fingerprint = line.split()
+            if int(version) != len(versions) + 1:
+                raise ValueError("not the version that follows")
+            versions.append(int(fingerprint, 16))
     return versions
 
 
@@ -130,6 +127,26 @@ def write(folder, name, body):
     text = emit.HEADER.format(unicode=UNICODE_VERSION, cldr=CLDR_VERSION)
     with open(os.path.join(folder, name), "w", encoding="utf-8", newline="\n") as file:
         file.write(text + "\n" + body.rstrip("\n") + "\n\n}  // namespace xo::intl\n")
+
+
+def publish(tables, versions_path, new_version, output):
+    """Writes the tables, and their fingerprint where it is that of a new version."""
+    fingerprint = fingerprint_of(tables)
+    versions = read_versions(versions_path)
+    if not versions or versions[-1] != fingerprint:
+        if not new_version:
+            raise DataError(versions_path, None,
+                            f"the tables' fingerprint {fingerprint:016x} is not that of the last "
+                            "version; changed tables need --new-version")
+        versions.append(fingerprint)
+        with open(versions_path, "a", encoding="utf-8", newline="\n") as file:
+            file.write(f"{len(versions)} {fingerprint:016x}\n")
+    sources = sources_of(tables)
+    sources["version_data.cpp"] = (
+        emit.count("kCollationVersion", len(versions))
+        + f"constinit unsigned long long const kCollationFingerprint = {fingerprint:#018x};\n")
+    for name, body in sources.items():
+        write(output, name, body)
 
 
 def main():
@@ -144,30 +161,17 @@ def main():
     parser.add_argument("--new-version", action="store_true",
                         help="take changed tables as the next collation version")
     parser.add_argument("--accept-version", action="store_true",
-                        help="take data files of another version than the generator was written for")
+                        help="take data files of another version than the generator was "
+                        "written for")
     arguments = parser.parse_args()
     try:
         check_versions(arguments.data, arguments.accept_version)
-        versions = read_versions(arguments.versions)
-        tables = generate(arguments.data)
-        fingerprint = fingerprint_of(tables)
-        if not versions or versions[-1] != fingerprint:
-            if not arguments.new_version:
-                raise DataError(arguments.versions, None,
-                                f"the tables' fingerprint {fingerprint:016x} is not that of the "
-                                "last version; changed tables need --new-version")
-            versions.append(fingerprint)
-            with open(arguments.versions, "a", encoding="utf-8", newline="\n") as file:
-                file.write(f"{len(versions)} {fingerprint:016x}\n")
+        read_versions(arguments.versions)
+        publish(generate(arguments.data), arguments.versions, arguments.new_version,
+                arguments.output)
     except DataError as error:
         print(f"generate.py: {error}", file=sys.stderr)
         return 1
-    sources = sources_of(tables)
-    sources["version_data.cpp"] = (
-        emit.count("kCollationVersion", len(versions))
-        + f"constinit unsigned long long const kCollationFingerprint = {fingerprint:#018x};\n")
-    for name, body in sources.items():
-        write(arguments.output, name, body)
     return 0
 
 

@@ -20,30 +20,44 @@ class DataError(Exception):
         super().__init__(f"{where}: {message}")
 
 
-def read_lines(path):
-    """Yields (number, text) of the lines of a file that hold data, without comments."""
+class Reading:
+    """While a line is read, what is wrong with it is told with its file and number."""
+
+    def __init__(self, path, line):
+        self.path = path
+        self.line = line
+
+    def __enter__(self):
+        return self
+
+    def __exit__(self, kind, error, trace):
+        if isinstance(error, (ValueError, LookupError, TypeError, RecursionError)):
+            raise DataError(self.path, self.line, f"cannot be read ({error})") from error
+
+
+def read_file(path):
     try:
-        with open(path, encoding="utf-8") as file:
-            for number, line in enumerate(file, 1):
-                line = line.split("#")[0].strip()
-                if line:
-                    yield number, line
+        with open(path, "rb") as file:
+            data = file.read()
+        return data.decode("utf-8")
     except OSError as error:
         raise DataError(path, None, error.strerror) from error
     except UnicodeDecodeError as error:
-        raise DataError(path, None, "is not UTF-8") from error
+        line = data.count(b"\n", 0, error.start) + 1
+        raise DataError(path, line, "is not UTF-8") from error
+
+
+def read_lines(path):
+    """Yields (number, text) of the lines of a file that hold data, without comments."""
+    for number, line in enumerate(read_file(path).split("\n"), 1):
+        line = line.split("#")[0].strip()
+        if line:
+            yield number, line
 
 
 def first_match(path, pattern):
-    try:
-        with open(path, encoding="utf-8") as file:
-            for number, line in enumerate(file, 1):
-                found = re.search(pattern, line)
-                if found:
-                    return found[1]
-    except OSError as error:
-        raise DataError(path, None, error.strerror) from error
-    return None
+    found = re.search(pattern, read_file(path), re.MULTILINE)
+    return found[1] if found else None
 
 
 def check_versions(folder, accept_other):
@@ -64,11 +78,11 @@ def check_versions(folder, accept_other):
                             f"{wanted}; --accept-version takes it all the same")
 
 
-def code_points(path, number, text):
-    try:
-        return tuple(int(word, 16) for word in text.split())
-    except ValueError as error:
-        raise DataError(path, number, f"'{text}' is no list of code points") from error
+def code_points(text):
+    codes = tuple(int(word, 16) for word in text.split())
+    if not all(0 <= code < 0x110000 for code in codes):
+        raise ValueError(f"'{text}' is beyond the last code point")
+    return codes
 
 
 class Characters:
@@ -84,35 +98,24 @@ class Characters:
         self.name = {}
         self.decomposed = {}
         path = os.path.join(folder, "UnicodeData.txt")
-        range_start = None
+        self.range_start = None
+        lines = {}
         for number, line in read_lines(path):
-            fields = line.split(";")
-            if len(fields) != 15:
-                raise DataError(path, number, f"{len(fields)} fields where 15 are expected")
-            (code,) = code_points(path, number, fields[0])
-            if code >= BMP:
-                break
-            if fields[1].endswith("First>"):
-                range_start = code
-                continue
-            first = code if range_start is None else range_start
-            range_start = None
-            for each in range(first, code + 1):
-                self.category[each] = fields[2]
-            self.name[code] = fields[10] if fields[1] == "<control>" else fields[1]
-            self.combining[code] = int(fields[3])
-            if fields[5].startswith("<"):
-                self.compatibility.add(code)
-            elif fields[5]:
-                self.canonical[code] = code_points(path, number, fields[5])
-            if fields[12]:
-                self.upper[code] = int(fields[12], 16)
-            if fields[13]:
-                self.lower[code] = int(fields[13], 16)
+            with Reading(path, number):
+                fields = line.split(";")
+                if len(fields) != 15:
+                    raise ValueError(f"{len(fields)} fields where 15 are expected")
+                (code,) = code_points(fields[0])
+                if code >= BMP:
+                    break
+                lines[code] = number
+                self._add(code, fields)
         self.compose = {}
         for code, parts in self.canonical.items():
-            if len(parts) == 2 and self.combining[parts[0]] == 0:
-                self.compose.setdefault(parts, code)
+            with Reading(path, lines[code]):
+                self.decompose((code,))
+                if len(parts) == 2 and self.combining[parts[0]] == 0:
+                    self.compose.setdefault(parts, code)
         # Characters that stand for another one or, of marks, for two.
         self.other_marks = {code: self.decompose((code,)) for code in self.canonical
                             if self.combining[code]}
@@ -120,6 +123,24 @@ class Characters:
         for code, parts in self.canonical.items():
             if len(parts) == 1 and not self.combining[code]:
                 self.other_letters.setdefault(parts[0], []).append(code)
+
+    def _add(self, code, fields):
+        if fields[1].endswith("First>"):
+            self.range_start = code
+            return
+        first = code if self.range_start is None else self.range_start
+        self.range_start = None
+        for each in range(first, code + 1):
+            self.category[each] = fields[2]
+        self.name[code] = fields[10] if fields[1] == "<control>" else fields[1]
+        self.combining[code] = int(fields[3])
+        if fields[5].startswith("<"):
+            self.compatibility.add(code)
+        elif fields[5]:
+            self.canonical[code] = code_points(fields[5])
+        for forms, field in ((self.upper, fields[12]), (self.lower, fields[13])):
+            if field:
+                (forms[code],) = code_points(field)
 
     def decompose(self, text):
         """The canonical decomposition of a tuple of codes."""
@@ -157,7 +178,10 @@ def read_scripts(folder):
         found = re.fullmatch(r"([0-9A-F]+)(?:\.\.([0-9A-F]+))?\s*;\s*(\w+)", line)
         if not found:
             raise DataError(path, number, "is no range with its script")
-        for code in range(int(found[1], 16), min(int(found[2] or found[1], 16), BMP - 1) + 1):
+        first, last = int(found[1], 16), int(found[2] or found[1], 16)
+        if last < first:
+            raise DataError(path, number, "is a range that ends before it starts")
+        for code in range(first, min(last, BMP - 1) + 1):
             scripts[code] = found[3]
     return scripts
 
@@ -167,12 +191,14 @@ def read_special_casing(folder):
     path = os.path.join(folder, "SpecialCasing.txt")
     rows = []
     for number, line in read_lines(path):
-        fields = [field.strip() for field in line.split(";")]
-        if len(fields) < 5:
-            raise DataError(path, number, f"{len(fields)} fields where 5 or 6 are expected")
-        (code,) = code_points(path, number, fields[0])
-        lower = code_points(path, number, fields[1])
-        upper = code_points(path, number, fields[3])
+        with Reading(path, number):
+            fields = [field.strip() for field in line.split(";")]
+            if len(fields) < 5:
+                raise ValueError(f"{len(fields)} fields where 5 or 6 are expected")
+            (code,) = code_points(fields[0])
+            lower, _, upper = (code_points(field) for field in fields[1:4])
+            if (not lower or not upper) and " After" not in " " + fields[4]:
+                raise ValueError("a form without characters")
         if code < BMP and all(each < BMP for each in upper + lower):
             rows.append((code, upper, lower, fields[4]))
     return rows
@@ -185,51 +211,53 @@ def read_allkeys(folder):
     for number, line in read_lines(path):
         if line.startswith("@"):
             continue
-        found = re.fullmatch(r"([0-9A-F ]+?)\s*;\s*((?:\[[.*][0-9A-F.]+\])+)", line)
-        if not found:
-            raise DataError(path, number, "is no sequence with its collation elements")
-        text = code_points(path, number, found[1])
-        if any(code >= BMP for code in text):
-            continue
-        elements = []
-        for element in re.findall(r"\[[.*]([0-9A-F.]+)\]", found[2]):
-            weights = element.split(".")
-            if len(weights) != 3:
-                raise DataError(path, number, f"'{element}' is no collation element")
-            elements.append(tuple(int(weight, 16) for weight in weights))
-        table[text] = elements
+        with Reading(path, number):
+            found = re.fullmatch(r"([0-9A-F ]+?)\s*;\s*((?:\[[.*][0-9A-F.]+\])+)", line)
+            if not found:
+                raise ValueError("no sequence with its collation elements")
+            text = code_points(found[1])
+            elements = []
+            for element in re.findall(r"\[[.*]([0-9A-F.]+)\]", found[2]):
+                primary, secondary, tertiary = element.split(".")
+                elements.append((int(primary, 16), int(secondary, 16), int(tertiary, 16)))
+        if text and all(code < BMP for code in text):
+            table[text] = elements
     return table
 
 
-def read_file(path):
-    try:
-        with open(path, encoding="utf-8") as file:
-            return file.read()
-    except OSError as error:
-        raise DataError(path, None, error.strerror) from error
-
-
 def read_exemplars(folder, locale, kind):
-    """The strings of a locale's exemplar set, `main` or `auxiliary`; empty without one."""
+    """The strings of a locale's exemplar set, `main` or `auxiliary`. Every locale has a main set;
+    one without an auxiliary set gives nothing."""
     path = os.path.join(folder, "cldr/common/main", locale + ".xml")
     text = read_file(path)
     attribute = "" if kind == "main" else ' type="auxiliary"'
     found = re.search(rf"<exemplarCharacters{attribute}(?: draft=\"\w+\")?>\[(.*?)\]<", text)
     if not found:
+        element = re.search(rf"<exemplarCharacters{attribute or '(?![^>]*type=)'}", text)
+        if element or kind == "main":
+            line = text.count("\n", 0, element.start()) + 1 if element else None
+            raise DataError(path, line, f"has no {kind} exemplar set that can be read")
         return []
     line = text.count("\n", 0, found.start()) + 1
-    body = re.sub(r"\\u([0-9A-Fa-f]{4})", lambda match: chr(int(match[1], 16)), found[1])
+    with Reading(path, line):
+        return exemplar_strings(found[1])
+
+
+def exemplar_strings(text):
+    body = re.sub(r"\\u([0-9A-Fa-f]{4})", lambda match: chr(int(match[1], 16)), text)
     strings = []
     index = 0
     while index < len(body):
         if body[index] == "{":
             end = body.find("}", index)
             if end < 0:
-                raise DataError(path, line, "a brace of the exemplar set is not closed")
+                raise ValueError("a brace of the exemplar set is not closed")
             strings.append(body[index + 1:end])
             index = end + 1
         elif body[index] == "-" and strings and index + 1 < len(body) and body[index + 1] != " ":
             first, last = ord(strings[-1]), ord(body[index + 1])
+            if last < first:
+                raise ValueError("a range of the exemplar set ends before it starts")
             strings.extend(chr(code) for code in range(first + 1, last + 1))
             index += 2
         else:
