@@ -1,4 +1,4 @@
-// How far single characters of every language's exemplar set sort as ICU sorts them.
+// How far the characters and texts of every language's exemplar sets sort as ICU sorts them.
 #include <gtest/gtest.h>
 #include <unicode/coll.h>
 #include <unicode/locid.h>
@@ -13,6 +13,8 @@
 #include <memory>
 #include <random>
 #include <set>
+#include <string>
+#include <unordered_map>
 
 #include "tests/intl/order_walk.hpp"
 
@@ -23,6 +25,12 @@ std::unique_ptr<icu::Collator> MakeCollator(char const* tag) {
   UErrorCode status = U_ZERO_ERROR;
   icu::Locale const locale = icu::Locale::forLanguageTag(tag, status);
   std::unique_ptr<icu::Collator> collator(icu::Collator::createInstance(locale, status));
+  // Other languages than these have rules of their own; one that ICU does not know would be
+  // compared by the common order.
+  std::set<std::string> const common = {"en", "de", "de-AT", "de-CH", "fr",
+                                        "ca", "pt", "it",    "nl",    "ga"};
+  EXPECT_TRUE(status != U_USING_DEFAULT_WARNING || common.count(tag) != 0) << tag;
+  collator->setAttribute(UCOL_NORMALIZATION_MODE, UCOL_ON, status);
   collator->setAttribute(UCOL_ALTERNATE_HANDLING, UCOL_SHIFTED, status);
   collator->setMaxVariable(UCOL_REORDER_CODE_CURRENCY, status);
   collator->setAttribute(UCOL_STRENGTH, UCOL_QUATERNARY, status);
@@ -32,19 +40,33 @@ std::unique_ptr<icu::Collator> MakeCollator(char const* tag) {
   return collator;
 }
 
-/// The characters of the main and auxiliary exemplar sets, lower and upper case, in the basic
-/// plane.
-std::set<std::u16string> ExemplarCharacters(char const* tag) {
+icu::UnicodeString Icu(std::u16string const& text) {
+  return {text.data(), static_cast<int32_t>(text.size())};
+}
+
+std::u16string Text(icu::UnicodeString const& text) {
+  return {text.getBuffer(), static_cast<std::size_t>(text.length())};
+}
+
+std::u16string Decomposed(std::u16string const& text) {
+  UErrorCode status = U_ZERO_ERROR;
+  return Text(icu::Normalizer2::getNFDInstance(status)->normalize(Icu(text), status));
+}
+
+/// The texts of the main and auxiliary exemplar sets, lower and upper case, in the basic plane.
+std::set<std::u16string> ExemplarTexts(char const* tag) {
   UErrorCode status = U_ZERO_ERROR;
   icu::Locale const locale = icu::Locale::forLanguageTag(tag, status);
   std::set<std::u16string> result;
   ULocaleData* const data = ulocdata_open(locale.getBaseName(), &status);
   for (auto const kind : {ULOCDATA_ES_STANDARD, ULOCDATA_ES_AUXILIARY}) {
     USet* const set = ulocdata_getExemplarSet(data, nullptr, USET_ADD_CASE_MAPPINGS, kind, &status);
+    EXPECT_NE(status, U_USING_DEFAULT_WARNING) << tag;
     icu::UnicodeSetIterator each(*icu::UnicodeSet::fromUSet(set));
     while (each.next()) {
-      icu::UnicodeString const text = each.getString();
-      if (text.length() == 1) result.insert(std::u16string(text.getBuffer(), 1));
+      if (each.getString().countChar32() == each.getString().length()) {
+        result.insert(Text(each.getString()));
+      }
     }
     uset_close(set);
   }
@@ -53,57 +75,111 @@ std::set<std::u16string> ExemplarCharacters(char const* tag) {
   return result;
 }
 
+std::set<std::u16string> ExemplarCharacters(char const* tag) {
+  std::set<std::u16string> texts = ExemplarTexts(tag);
+  std::erase_if(texts, [](std::u16string const& text) { return text.size() != 1; });
+  return texts;
+}
+
 class EveryLanguage : public testing::TestWithParam<int> {};
 
-TEST_P(EveryLanguage, ExemplarCharactersSortAsIcuSortsThem) {
-  auto const number = static_cast<unsigned char>(GetParam());
+void ExpectSortedAsIcuSortsThem(unsigned char number, std::set<std::u16string> const& texts,
+                                char const* what) {
   XoLanguage const& language = *XoLanguageContext::QueryLanguage(number);
   auto const collator = MakeCollator(language.tag);
-  auto const characters = ExemplarCharacters(language.tag);
   unsigned pairs = 0, agreeing = 0;
   std::string differing;
-  for (auto first = characters.begin(); first != characters.end(); ++first) {
-    for (auto second = std::next(first); second != characters.end(); ++second) {
+  for (auto first = texts.begin(); first != texts.end(); ++first) {
+    for (auto second = std::next(first); second != texts.end(); ++second) {
       UErrorCode status = U_ZERO_ERROR;
-      int const theirs = collator->compare(icu::UnicodeString(first->data(), 1),
-                                           icu::UnicodeString(second->data(), 1), status);
+      int const theirs = collator->compare(Icu(*first), Icu(*second), status);
       int const ours = CompareTexts(*first, *second, number).sign;
       ++pairs;
       agreeing += ours == theirs;
       if (ours == theirs || std::getenv("XO_LIST_DIFFERENCES") == nullptr) continue;
       std::string one, two;
-      icu::UnicodeString(first->data(), 1).toUTF8String(one);
-      icu::UnicodeString(second->data(), 1).toUTF8String(two);
+      Icu(*first).toUTF8String(one);
+      Icu(*second).toUTF8String(two);
       differing += " " + one + (theirs < 0 ? "<" : theirs > 0 ? ">" : "=") + two;
     }
   }
-  std::printf("%-24s %4zu characters, %6u pairs, %6.2f %% agree%s\n", language.name,
-              characters.size(), pairs, 100.0 * agreeing / pairs, differing.c_str());
+  std::printf("%-24s %4zu %s, %6u pairs, %6.2f %% agree%s\n", language.name, texts.size(), what,
+              pairs, 100.0 * agreeing / pairs, differing.c_str());
+  EXPECT_GT(pairs, 0u) << language.name;
   EXPECT_GE(agreeing * 100.0, pairs * 99.0) << language.name;
 }
 
-std::u16string Normalized(icu::Normalizer2 const& form, std::u16string const& text) {
-  UErrorCode status = U_ZERO_ERROR;
-  icu::UnicodeString const result =
-      form.normalize(icu::UnicodeString(text.data(), static_cast<int32_t>(text.size())), status);
-  return {result.getBuffer(), static_cast<std::size_t>(result.length())};
+TEST_P(EveryLanguage, ExemplarCharactersSortAsIcuSortsThem) {
+  auto const number = static_cast<unsigned char>(GetParam());
+  XoLanguage const& language = *XoLanguageContext::QueryLanguage(number);
+  ExpectSortedAsIcuSortsThem(number, ExemplarCharacters(language.tag), "characters");
+}
+
+/// The texts of several characters too, and all of them decomposed.
+TEST_P(EveryLanguage, DecomposedExemplarTextsSortAsIcuSortsThem) {
+  auto const number = static_cast<unsigned char>(GetParam());
+  XoLanguage const& language = *XoLanguageContext::QueryLanguage(number);
+  std::set<std::u16string> texts;
+  for (std::u16string const& text : ExemplarTexts(language.tag)) {
+    texts.insert(Decomposed(text));
+  }
+  ExpectSortedAsIcuSortsThem(number, texts, "texts");
 }
 
 TEST_P(EveryLanguage, DecomposedCharactersSortAsComposedOnes) {
   auto const number = static_cast<unsigned char>(GetParam());
-  UErrorCode status = U_ZERO_ERROR;
-  icu::Normalizer2 const& decompose = *icu::Normalizer2::getNFDInstance(status);
   OrderTable const& table = *XoLanguageContext::QueryCodeSet(253)->orderTable;
   for (unsigned code = 0; code < 0x10000; ++code) {
     if (code >= 0xD800 && code < 0xE000) continue;
     std::u16string const composed(1, static_cast<char16_t>(code));
     if (table.GetEntry(composed[0]) == nullptr) continue;
-    EXPECT_EQ(CompareTexts(composed, Normalized(decompose, composed), number).sign, 0) << code;
+    EXPECT_EQ(CompareTexts(composed, Decomposed(composed), number).sign, 0) << code;
   }
 }
 
-/// Words of a language's own letters, compared as ICU compares them. Accents of several letters are
-/// weighed alike, so that all levels take part.
+/// The orders of a text as a comparison sees them: it reads no group of spaces and symbols. Two
+/// texts compare equal at all levels just when theirs are the same.
+std::u16string Compared(std::u16string const& text, unsigned char language) {
+  std::u16string result;
+  for (WalkedOrder const each : WalkOrders(text, language)) {
+    result += static_cast<char16_t>(each.order);
+    result += static_cast<char16_t>(IsSignificant(each) ? each.group : 0);
+  }
+  return result;
+}
+
+TEST(Languages, DifferentCharactersAreEqualOnlyWhereARuleSaysSo) {
+  UErrorCode status = U_ZERO_ERROR;
+  icu::Normalizer2 const& compatible = *icu::Normalizer2::getNFKCInstance(status);
+  // The letter or mark of a form; a mark's own form is spread on a space.
+  auto const plain = [&](std::u16string const& text) {
+    return compatible.normalize(Icu(text), status).trim();
+  };
+  // Romanian has the letters with a comma below, and takes those with a cedilla for them; Arabic
+  // takes the joining forms of a letter for the letter.
+  std::set<std::u16string> const romanian = {u"ŞȘ", u"şș", u"ŢȚ", u"ţț"};
+  auto const ruled = [&](std::string const& tag, std::u16string const& one,
+                         std::u16string const& other) {
+    if (tag == "ro") return romanian.count(one + other) != 0;
+    return tag == "ar" && plain(one) == plain(other);
+  };
+  OrderTable const& table = *XoLanguageContext::QueryCodeSet(253)->orderTable;
+  for (unsigned char number = 0; number < 48; ++number) {
+    XoLanguage const& language = *XoLanguageContext::QueryLanguage(number);
+    std::unordered_map<std::u16string, std::u16string> known;
+    for (unsigned code = 0; code < 0x10000; ++code) {
+      std::u16string const text(1, static_cast<char16_t>(code));
+      CharOrderEntry const* const entry = table.GetEntry(text[0]);
+      if (entry == nullptr || entry->order == 13) continue;  // 13 is what no collation reads
+      auto const [place, inserted] = known.emplace(Compared(text, number), text);
+      if (inserted || Decomposed(place->second) == Decomposed(text)) continue;
+      EXPECT_TRUE(ruled(language.tag, place->second, text))
+          << language.name << ": " << testing::PrintToString(place->second + text);
+    }
+  }
+}
+
+/// Words of a language's own letters, compared as ICU compares them at its first level.
 TEST_P(EveryLanguage, WordsOfOwnLettersSortAsIcuSortsThemAtTheLetterLevel) {
   auto const number = static_cast<unsigned char>(GetParam());
   XoLanguage const& language = *XoLanguageContext::QueryLanguage(number);
@@ -121,9 +197,7 @@ TEST_P(EveryLanguage, WordsOfOwnLettersSortAsIcuSortsThemAtTheLetterLevel) {
       for (std::size_t more = length(random); more != 0; --more) word += letters[letter(random)];
     }
     UErrorCode status = U_ZERO_ERROR;
-    int const theirs = collator->compare(
-        icu::UnicodeString(words[0].data(), static_cast<int32_t>(words[0].size())),
-        icu::UnicodeString(words[1].data(), static_cast<int32_t>(words[1].size())), status);
+    int const theirs = collator->compare(Icu(words[0]), Icu(words[1]), status);
     Difference const ours = CompareTexts(words[0], words[1], number);
     agreeing += (ours.level == Level::Letter ? ours.sign : 0) == theirs;
   }
