@@ -5,7 +5,7 @@
 namespace xo::intl {
 
 // The bounds let addresses of elements be constants.
-XO_EXPORT extern CharOrderEntry const kOrderEntries[27186];
+XO_EXPORT extern CharOrderEntry const kOrderEntries[27179];
 extern CodeSetTables const kCodeSetTables[39];
 
 namespace {

@@ -5,6 +5,6 @@
 namespace xo::intl {
 
 constinit unsigned const kCollationVersion = 1;
-constinit unsigned long long const kCollationFingerprint = 0xd383f4ad1b718cb1;
+constinit unsigned long long const kCollationFingerprint = 0x4573491d2d222414;
 
 }  // namespace xo::intl

@@ -561,13 +561,16 @@ class LanguageLayout(Layout):
     def _number_accents(self):
         root = self.root
         self.accents = {}
-        # Letters that a rule puts behind one with another mark keep the number of their own mark
-        # where the order lets them (Hungarian ő behind ö).
-        marked = {}
+        # Letters that a rule puts behind another one keep the number of their own accent where the
+        # order lets them (Hungarian ő behind ö, Swedish đ).
+        named = {}
         for text in self.tailored:
             letters = join(self.collation.elements(text))
-            if len(text) == 2 and text[1] in NAMED_ACCENTS and len(letters) == 1:
-                marked[letters[0][:2]] = NAMED_ACCENTS[text[1]]
+            own = join(root.collation.elements(text) or [])
+            if len(letters) == 1 and len(own) == 1:
+                accent, marker = root.accents.get(own[0][:2], (0, 0))
+                if 0 < accent < FIRST_FREE_ACCENT and not marker:
+                    named[letters[0][:2]] = accent
         for primary, letters in self.used.items():
             known = {accents: root.accents.get((primary, accents)) for accents in letters}
             if all(value is not None for value in known.values()):
@@ -580,10 +583,12 @@ class LanguageLayout(Layout):
                     fixed[accents] = known[accents][0]
                 else:
                     value = RootLayout.fixed_accent(accents, self.named)
-                    if value is None:
-                        value = marked.get((primary, accents))
                     if value is not None:
                         fixed[accents] = value
+            for accents in sorted(letters):
+                value = named.get((primary, accents))
+                if accents not in fixed and value not in fixed.values() and value is not None:
+                    fixed[accents] = value
             self._number_letters(primary, letters, fixed)
         self._number_moved_marks()
 
