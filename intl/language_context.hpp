@@ -16,7 +16,9 @@ XO_EXPORT void ___XoI18NContext(int start);
 /// language at any time at which no other thread reads them: values that exist keep the code set
 /// and language that they carry. The default comparison operator must not change while an index or
 /// a sorted container that was built with it is in use. The setters take every value; one that
-/// names no code set or language works as told at `QueryCodeSet` and `QueryLanguage`.
+/// names no code set or language works as told at `QueryCodeSet` and `QueryLanguage`. Not to be set
+/// are 254 and 255: as a code set, 254 would make new text a run of sort orders, and 255 stands for
+/// the default itself, as it does as a language.
 class XO_EXPORT XoLanguageContext {
  public:
   XoLanguageContext() = delete;
