@@ -109,11 +109,14 @@ class Tailored(Root):
         found = self.table.get(text)
         return self.root.find(text) if found is None else found
 
+    def is_untouched(self, text):
+        """Whether no rule says anything about any character of a text."""
+        return self.touched.isdisjoint(self.characters.decompose(text))
+
     def elements(self, text):
-        text = self.characters.decompose(text)
-        if self.touched.isdisjoint(text):
+        if self.is_untouched(text):
             return self.root.elements(text)
-        return self._elements(text)
+        return self._elements(self.characters.decompose(text))
 
     def _next_place(self, primary):
         weight, place = primary

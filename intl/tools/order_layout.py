@@ -142,6 +142,7 @@ class RootLayout(Layout):
         self.root = self
         self.collation = root
         self.characters = root.characters
+        self.known = {}
         self.digits = {root.of_code(0x30 + digit)[0].primary[0]: digit for digit in range(10)}
         self.first_digit = min(self.digits)
         self.named = {}
@@ -153,6 +154,12 @@ class RootLayout(Layout):
         self._place_letters(chief)
         self._number_accents()
         self._order_characters()
+
+    def joined(self, text):
+        """The letters of a text with their secondaries."""
+        if text not in self.known:
+            self.known[text] = join(self.collation.elements(text) or [])
+        return self.known[text]
 
     def _find_scripts(self, scripts):
         self.scripts = {}
@@ -288,13 +295,6 @@ class RootLayout(Layout):
         self.slots[primary] = slot
         if slot not in self.owner.setdefault(self.scripts[primary[0]], {}) or primary in chiefs:
             self.owner[self.scripts[primary[0]]][slot] = primary
-
-    def letters_of(self, code):
-        """The letter elements of a character, where its scripts have orders."""
-        elements = self.collation.elements((code,))
-        return [] if elements is None else [
-            (primary, accents) for primary, accents, _ in join(elements)
-            if primary and primary in self.slots]
 
     def _number_accents(self):
         used = collections.defaultdict(set)
@@ -494,13 +494,18 @@ class LanguageLayout(Layout):
         self._number_accents()
         self._order_characters()
 
+    def joined(self, text):
+        if self.collation.is_untouched(text):
+            return self.root.joined(text)
+        return join(self.collation.elements(text) or [])
+
     def _collect(self):
         """All letters with their accents, and among them those of the exemplar characters."""
         self.used = collections.defaultdict(set)
         self.exemplar = {}
         self.known = set()
         for text in self.root.texts() + self.parts + self.main + self.auxiliary:
-            for primary, accents, _ in join(self.collation.elements(text) or []):
+            for primary, accents, _ in self.joined(text):
                 if primary and (
                         primary in self.root.slots or primary[0] in self.root.scripts) and counts(
                             self.characters, text, accents):
@@ -509,7 +514,7 @@ class LanguageLayout(Layout):
             for text in texts:
                 if len(text) == 1 and text[0] in self.characters.compatibility:
                     continue
-                letters = join(self.collation.elements(text) or [])
+                letters = self.joined(text)
                 for primary, accents, _ in letters:
                     if accents in self.used.get(primary, ()) and len(letters) == 1:
                         self.exemplar[(primary, accents)] = weight
@@ -658,7 +663,7 @@ class LanguageLayout(Layout):
         """Orders of a text in this language, by its elements."""
         if len(text) == 1:
             elements = self.collation.elements(text)
-            if elements == self.root.collation.elements(text) and self._same_letters(elements):
+            if elements == self.root.collation.elements(text) and self._same_letters(text):
                 return self.root.orders.get(text[0])
         elements = self.collation.elements(text)
         if elements is None:
@@ -666,8 +671,8 @@ class LanguageLayout(Layout):
         title = len(text) == 1 and self.characters.case_of(text[0]) == 1
         return self.orders_of_elements(elements, title)
 
-    def _same_letters(self, elements):
-        for primary, accents, _ in join(elements or []):
+    def _same_letters(self, text):
+        for primary, accents, _ in self.joined(text):
             if primary and primary in self.slots:
                 if primary not in self.root.slots:
                     return False
@@ -683,6 +688,8 @@ class LanguageLayout(Layout):
         changed = set()
         for code in self.root.orders:
             orders = self.orders_of((code,))
+            if orders is self.root.orders[code]:
+                continue
             if orders is not None and self.root.own_order(code) is not None:
                 own = self.collation.table.get(self.characters.decompose((code,)))
                 if own is None or len(orders.values) != 1:

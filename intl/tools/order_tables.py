@@ -35,6 +35,7 @@ class Texts:
         self.spelled = spelled
         self.following = collections.defaultdict(set)
         self.memory = {}
+        self.nodes = {}
         self.parted = {}
         self._part_marked(strings)
         strings = set(strings) | set(self.parted)
@@ -81,8 +82,12 @@ class Texts:
 
     def node(self, text):
         """(orders, following nodes by character) of a text, to be compared and kept."""
-        return (self.orders(text), tuple(
-            (code, self.node(text + (code,))) for code in sorted(self.following.get(text, ()))))
+        if text not in self.nodes:
+            following = self.following.get(text)
+            self.nodes[text] = (self.orders(text), tuple(
+                (code, self.node(text + (code,))) for code in sorted(following))
+                if following else ())
+        return self.nodes[text]
 
 
 class OrderTables:
