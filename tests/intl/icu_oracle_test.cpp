@@ -1,5 +1,6 @@
 // How far the characters and texts of every language's exemplar sets sort as ICU sorts them.
 #include <gtest/gtest.h>
+#include <unicode/caniter.h>
 #include <unicode/coll.h>
 #include <unicode/locid.h>
 #include <unicode/normalizer2.h>
@@ -135,6 +136,25 @@ TEST_P(EveryLanguage, DecomposedCharactersSortAsComposedOnes) {
     if (table.GetEntry(composed[0]) == nullptr) continue;
     EXPECT_EQ(CompareTexts(composed, Decomposed(composed), number).sign, 0) << code;
   }
+}
+
+TEST_P(EveryLanguage, EveryWayToWriteACharacterSortsAlike) {
+  auto const number = static_cast<unsigned char>(GetParam());
+  OrderTable const& table = *XoLanguageContext::QueryCodeSet(253)->orderTable;
+  unsigned checked = 0;
+  for (unsigned code = 0; code < 0x10000; ++code) {
+    if (code >= 0xD800 && code < 0xE000) continue;
+    std::u16string const composed(1, static_cast<char16_t>(code));
+    if (table.GetEntry(composed[0]) == nullptr || Decomposed(composed) == composed) continue;
+    UErrorCode status = U_ZERO_ERROR;
+    icu::CanonicalIterator each(Icu(composed), status);
+    for (icu::UnicodeString text = each.next(); !text.isBogus(); text = each.next()) {
+      EXPECT_EQ(CompareTexts(composed, Text(text), number).sign, 0)
+          << testing::PrintToString(Text(text));
+      ++checked;
+    }
+  }
+  EXPECT_GT(checked, 2000u);
 }
 
 /// The orders of a text as a comparison sees them: it reads no group of spaces and symbols. Two
