@@ -525,6 +525,31 @@ TEST(SortOrders, UpperAndLowerFormDifferInCaseAlone) {
   }
 }
 
+TEST(SortOrders, UpperFormsOfALetterAndMarksDifferInCaseAlone) {
+  XoCodeSet const& unicode = *XoLanguageContext::QueryCodeSet(kUnicode);
+  auto const isMark = [](unsigned short each) { return each >= 0x300 && each < 0x370; };
+  unsigned checked = 0;
+  for (unsigned code = 0; code < 0x10000; ++code) {
+    auto const lower = static_cast<unsigned short>(code);
+    XoUnicodeProps const* const forms = unicode.GetUnicodeProps(lower, 0);
+    if (forms == nullptr || forms->upperExpansion.count == 0) continue;
+    XoWCharList const& more = forms->upperExpansion;
+    if (!std::all_of(more.values, more.values + more.count, isMark)) continue;
+    std::u16string capital(1, static_cast<char16_t>(forms->upperCase));
+    for (unsigned index = 0; index < more.count; ++index) {
+      capital += static_cast<char16_t>(more.values[index]);
+    }
+    for (unsigned char language = 0; language < 48; ++language) {
+      Difference const difference =
+          CompareTexts(std::u16string(1, static_cast<char16_t>(code)), capital, language);
+      EXPECT_TRUE(difference.sign == -1 && difference.level == Level::Case)
+          << std::hex << code << " in language " << std::dec << unsigned{language};
+      ++checked;
+    }
+  }
+  EXPECT_GT(checked, 500u);
+}
+
 TEST(SortOrders, RecordsAreSmall) {
   EXPECT_EQ(sizeof(CharOrderEntry), 8u);
   EXPECT_LE(sizeof(CharOrderEntry) * 256, 2048u);
