@@ -89,7 +89,7 @@ class Root:
 class Tailored(Root):
     """The root with a language's rules applied."""
 
-    def __init__(self, root, path, lines):
+    def __init__(self, root, path, rules):
         self.root = root
         self.characters = root.characters
         self.table = {}
@@ -103,7 +103,7 @@ class Tailored(Root):
         self.path = path
         for code in range(0x20, 0x120):
             self.secondaries.add(float(code))
-        self._apply(parse(path, lines))
+        self._apply(rules)
 
     def find(self, text):
         found = self.table.get(text)

@@ -15,7 +15,7 @@ import sys
 import code_sets
 import emit
 import languages
-from collation import Root, Tailored
+from collation import Root, Tailored, parse
 from order_layout import GROUP_NUMBER, LanguageLayout, RootLayout
 from order_tables import OrderTables
 from unicode_data import (CLDR_VERSION, UNICODE_VERSION, Characters, DataError, Reading,
@@ -44,6 +44,14 @@ def read_languages(folder, characters):
     return exemplars, chief
 
 
+def read_rules(folder, language):
+    """The file of a language's collation and its rules."""
+    if language.collation is None:
+        return folder, []
+    path, lines = read_tailoring(folder, *language.collation)
+    return path, list(parse(path, lines))
+
+
 def generate(folder):
     """All tables, from the published files in a folder. The files are read before anything is laid
     out, so that one that cannot be read is told at once."""
@@ -52,8 +60,7 @@ def generate(folder):
     exemplars, chief = read_languages(folder, characters)
     texts = [text for sets in exemplars.values() for each in sets for text in each]
     scripts = read_scripts(folder)
-    rules = {each.number: read_tailoring(folder, *each.collation) if each.collation else (
-        folder, []) for each in languages.LANGUAGES}
+    rules = {each.number: read_rules(folder, each) for each in languages.LANGUAGES}
     root_collation = Root(characters, read_allkeys(folder))
     tailored = {number: Tailored(root_collation, *rules[number]) for number in exemplars}
     root = RootLayout(root_collation, scripts, chief, texts)

@@ -79,8 +79,8 @@ def check_versions(folder, accept_other):
 
 
 def code_points(text):
-    codes = tuple(int(word, 16) for word in text.split())
-    if not all(0 <= code < 0x110000 for code in codes):
+    codes = tuple([int(word, 16) for word in text.split()])
+    if codes and not 0 <= min(codes) <= max(codes) < 0x110000:
         raise ValueError(f"'{text}' is beyond the last code point")
     return codes
 
@@ -208,10 +208,11 @@ def read_allkeys(folder):
     """Collation elements, as (primary, secondary, tertiary), of characters and sequences."""
     path = os.path.join(folder, "allkeys.txt")
     table = {}
-    for number, line in read_lines(path):
-        if line.startswith("@"):
-            continue
-        with Reading(path, number):
+    with Reading(path, None) as place:
+        for number, line in read_lines(path):
+            place.line = number
+            if line.startswith("@"):
+                continue
             found = re.fullmatch(r"([0-9A-F ]+?)\s*;\s*((?:\[[.*][0-9A-F.]+\])+)", line)
             if not found:
                 raise ValueError("no sequence with its collation elements")
@@ -220,8 +221,8 @@ def read_allkeys(folder):
             for element in re.findall(r"\[[.*]([0-9A-F.]+)\]", found[2]):
                 primary, secondary, tertiary = element.split(".")
                 elements.append((int(primary, 16), int(secondary, 16), int(tertiary, 16)))
-        if text and all(code < BMP for code in text):
-            table[text] = elements
+            if text and max(text) < BMP:
+                table[text] = elements
     return table
 
 
