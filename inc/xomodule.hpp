@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/export.hpp"
+#include "base/option_word.hpp"
 
 /// Start, stop and identity of the library as a module of its family.
 
@@ -14,13 +15,6 @@
 ///
 /// Exhausted memory ends in the standard allocation failure.
 XO_EXPORT void ___XoTypemgrContext(int start);
-
-/// The process-wide option bits, at first 0. Bit 0 set: narrow text converts to integers as decimal
-/// only; clear: its prefix chooses the base. Written during set-up, without a lock.
-XO_EXPORT extern int XoTypeMgrOptions;
-
-/// A writable reference to `XoTypeMgrOptions`.
-XO_EXPORT int& ___XoTypeMgrOptions();
 
 /// Whether this module's version can work with the base services that it runs on: the answer of
 /// `CheckXoVersionNumber` for it, with patch and build number counted besides what `flags` asks.

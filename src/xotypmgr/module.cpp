@@ -7,7 +7,6 @@
 #include "xotypemgr.hpp"
 
 constinit XoTypeMgr* DefaultTypeManager = nullptr;
-constinit int XoTypeMgrOptions = 0;
 
 namespace {
 
@@ -42,8 +41,6 @@ void ___XoTypemgrContext(int start) {
     DefaultTypeManager = nullptr;
   }
 }
-
-int& ___XoTypeMgrOptions() { return XoTypeMgrOptions; }
 
 XoTypeMgr* DefaultTypeMgr(XoTypeMgr* manager) {
   XoTypeMgr* const present = DefaultTypeManager;
