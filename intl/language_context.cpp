@@ -1,19 +1,12 @@
 #include "intl/language_context.hpp"
 
-#include "intl/data/tables.hpp"
+#include "intl/defaults.hpp"
+#include "intl/records.hpp"
 
 namespace {
 
 constexpr unsigned char kIso8859Part1 = 1;
 constexpr unsigned char kUnicode = 253;
-constexpr unsigned char kNoPlace = 255;
-
-#if defined(_WIN32)
-constexpr unsigned char kNative = 15;  // windows-1252
-#else
-constexpr unsigned char kNative = kIso8859Part1;
-#endif
-
 /// The defaults that can be set. Written by the setters of `XoLanguageContext` and at the stop of
 /// the module, during set-up alone.
 struct Defaults {
@@ -26,9 +19,7 @@ constinit Defaults defaults{};
 
 }  // namespace
 
-void ___XoI18NContext(int start) {
-  if (start == 0) defaults = Defaults{};
-}
+void xo::intl::RestoreDefaults() { defaults = Defaults{}; }
 
 unsigned char XoLanguageContext::GetDefaultCodeSet() { return defaults.codeSet; }
 
@@ -38,7 +29,7 @@ unsigned char XoLanguageContext::GetDefault8CodeSet() { return kIso8859Part1; }
 
 unsigned char XoLanguageContext::GetDefault16CodeSet() { return kUnicode; }
 
-unsigned char XoLanguageContext::GetNativeCodeSet() { return kNative; }
+unsigned char XoLanguageContext::GetNativeCodeSet() { return xo::intl::kNativeCodeSet; }
 
 unsigned char XoLanguageContext::GetDefaultLanguage() { return defaults.language; }
 
@@ -49,10 +40,9 @@ unsigned short XoLanguageContext::GetDefaultCmpOp() { return defaults.cmpOp; }
 void XoLanguageContext::SetDefaultCmpOp(unsigned short cmpOp) { defaults.cmpOp = cmpOp; }
 
 XoCodeSet const* XoLanguageContext::QueryCodeSet(unsigned char codeSet) {
-  unsigned char const place = xo::intl::kCodeSetPlaces[codeSet != 0 ? codeSet : kNative];
-  return place != kNoPlace ? &xo::intl::kCodeSets[place] : nullptr;
+  return xo::intl::FindCodeSet(codeSet);
 }
 
 XoLanguage const* XoLanguageContext::QueryLanguage(unsigned char language) {
-  return language < xo::intl::kLanguageCount ? &xo::intl::kLanguages[language] : nullptr;
+  return xo::intl::FindLanguage(language);
 }

@@ -56,6 +56,18 @@ class XO_EXPORT CharOrderEntry {
   bool IsPlain(unsigned char variantFlag, unsigned short next) const {
     return (flags & (kHasContractions | kHasExpansion | variantFlag)) == 0 && !IsMark(next);
   }
+  /// Order in the low 16 bits, group above them, flags on top: what most comparisons look at, in
+  /// one load.
+  unsigned Head() const { return order | unsigned{group} << 16 | unsigned{flags} << 24; }
+  /// The bits of a head that an entry without variant, contraction but with marks, and expansion
+  /// does not have.
+  static constexpr unsigned NotPlain(unsigned char variantFlag) {
+    return (kHasContractions | kHasExpansion | unsigned{variantFlag}) << 24;
+  }
+  /// Whether a character may belong to the one before it whatever that is.
+  static constexpr bool IsMark(unsigned short character) {
+    return character >= kFirstMark && character <= kLastMark;
+  }
   /// Whether further orders follow this one.
   bool HasExpansion() const { return (flags & kHasExpansion) != 0; }
 
@@ -107,10 +119,6 @@ class XO_EXPORT CharOrderEntry {
   static constexpr unsigned char kMarksOnly = 8;
   static constexpr unsigned short kFirstMark = 0x300;
   static constexpr unsigned short kLastMark = 0x36F;
-
-  static constexpr bool IsMark(unsigned short character) {
-    return character >= kFirstMark && character <= kLastMark;
-  }
 
   // `FindVariant` is for a language that has a variant. Both are told to be pure, so that a loop
   // that calls them keeps the tables' addresses in registers.

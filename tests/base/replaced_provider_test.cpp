@@ -9,7 +9,7 @@
 
 #include "tests/xotypmgr/expected_rows.hpp"
 
-/// An embedding system's own base services and internationalisation, linked in place of the
+/// An embedding system's own base services and internationalisation hook, linked in place of the
 /// library's. They take note of what they are asked, and keep `int` in two bytes under `FormBig`.
 
 namespace {
