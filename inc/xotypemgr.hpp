@@ -7,6 +7,8 @@
 #include "base/export.hpp"
 #include "base/format.hpp"
 #include "base/mem_file.hpp"
+#include "base/number_text.hpp"
+#include "base/option_word.hpp"
 #include "base/platform.hpp"
 #include "base/scalar_disk.hpp"
 #include "base/version.hpp"
@@ -15,7 +17,14 @@
 #include "intl/language_context.hpp"
 #include "intl/order_table.hpp"
 #include "intl/wide_list.hpp"
+#include "xochar.hpp"
 #include "xomodule.hpp"
+#include "xomultibyte.hpp"
+#include "xoorders.hpp"
+#include "xostrcmp.hpp"
+#include "xostring.hpp"
+#include "xostringhash.hpp"
+#include "xostringiterator.hpp"
 #include "xotypcmp.hpp"
 #include "xotypes.hpp"
 
@@ -156,6 +165,11 @@ class XO_EXPORT XoTypeMgr {
   /// `ERR_TM_NO_NEXT_VALUE` with the value unchanged, or `ERR_TM_NOT_SUPPORTED`.
   int GetValue(char type, void* value, unsigned count, unsigned char format,
                NextValueCode code) const;
+
+  /// What null values print as and read from, at first "{NULL}".
+  static XoString const& GetNullPrintString();
+  /// Takes a copy of `text` in its place. A set-up call, without a lock.
+  static void SetNullPrintString(XoString const& text);
 
  private:
   /// Whether `type` has a row in the manager's table. On the older table the reserved ids fold to

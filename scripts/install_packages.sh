@@ -7,10 +7,11 @@ packages=()
 for group in "$@"; do
   case $group in
     build) packages+=(g++ cmake ninja-build pkg-config libcli11-dev libfmt-dev liblmdb-dev
-      nlohmann-json3-dev libutfcpp-dev) ;;
+      nlohmann-json3-dev) ;;
     test) packages+=(libgtest-dev googletest python3 unicode-data unicode-cldr-core
-      libicu-dev clang-14 libclang-rt-14-dev g++-mingw-w64-x86-64-posix wine64) ;;
-    bench) packages+=(libbenchmark-dev libicu-dev python3) ;;
+      libicu-dev clang-14 libclang-rt-14-dev g++-mingw-w64-x86-64-posix wine64
+      wamerican wngerman wfrench wspanish witalian wportuguese wdutch wswedish wdanish wpolish) ;;
+    bench) packages+=(libbenchmark-dev libicu-dev python3 wamerican wngerman wfrench) ;;
     *)
       echo "install_packages.sh: unknown group '$group'" >&2
       exit 2

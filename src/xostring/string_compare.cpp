@@ -1,0 +1,166 @@
+#include "src/xostring/level_comparison.hpp"
+#include "src/xostring/order_reader.hpp"
+#include "src/xostring/plain_lane.hpp"
+#include "src/xostring/text_units.hpp"
+#include "xostrcmp.hpp"
+#include "xostring.hpp"
+
+using namespace xo;
+
+namespace {
+
+/// Bits of an operator by which the operands are not a text and a pattern.
+constexpr unsigned short kNoPattern = kCmpNoWildcards | kCmpPlainOrders;
+/// A count of orders that is none.
+constexpr unsigned short kToTheEnd = 65535;
+
+unsigned short OperatorOrDefault(unsigned short cmpOp) {
+  return cmpOp == 65535 ? XoLanguageContext::GetDefaultCmpOp() : cmpOp;
+}
+
+}  // namespace
+
+unsigned OrderKey(unsigned short order, unsigned char group) { return KeyOf(order, group); }
+
+int CompareOrdersOnly(XoStringIterator& iterator1, XoStringIterator& iterator2,
+                      unsigned short count) {
+  int difference = 0;
+  for (unsigned step = 0; count == kToTheEnd || step < count; ++step) {
+    unsigned short const order1 = iterator1.GetNextOrder(1);
+    unsigned short const order2 = iterator2.GetNextOrder(1);
+    difference =
+        Difference(KeyOf(order1, iterator1.orderGroup), KeyOf(order2, iterator2.orderGroup));
+    if (difference != 0 || order1 == 0 || order2 == 0) break;
+  }
+  return difference;
+}
+
+namespace {
+
+/// Compares by orders, from the iterators on.
+int CompareGenerally(XoStringIterator& iterator1, XoStringIterator& iterator2, unsigned short cmpOp,
+                     short count, LevelDifferences before, int* positional) {
+  if ((cmpOp & kCmpPlainOrders) != 0) {
+    return CompareOrdersOnly(iterator1, iterator2, static_cast<unsigned short>(count));
+  }
+  return LevelComparison(iterator1, iterator2, cmpOp, count, before).Run(positional);
+}
+
+/// Two texts that are not null, one of them at least with a code set.
+int CompareTexts(unsigned char codeSet1, unsigned char language1, char const* text1,
+                 unsigned char codeSet2, unsigned char language2, char const* text2,
+                 unsigned short cmpOp, short count, unsigned char byteOrder, int* positional) {
+  XoStringIterator iterator1(OrEmptyText(text1), CodeSetOrNative(codeSet1), language1, byteOrder);
+  XoStringIterator iterator2(OrEmptyText(text2), CodeSetOrNative(codeSet2), language2, byteOrder);
+  return CompareGenerally(iterator1, iterator2, cmpOp, count, {}, positional);
+}
+
+/// Compares two texts of one language and code set, in the fast lane as far as that goes.
+template <class Units>
+[[gnu::noinline]] int CompareInLane(PlainReader<Units> reader, char const* text1, char const* text2,
+                                    unsigned short cmpOp, short count) {
+  LaneResult lane;
+  if ((cmpOp & kCmpPlainOrders) == 0) {
+    lane = count == -1 ? RunPlainLane<false>(reader, text1, text2, cmpOp, 0)
+                       : RunPlainLane<true>(reader, text1, text2, cmpOp,
+                                            static_cast<unsigned short>(count));
+    if (lane.isDecided) return lane.outcome;
+  }
+  bool const anew = lane.at1 == nullptr;
+  XoStringIterator iterator1(anew ? text1 : lane.at1, reader.codeSet.number, reader.language);
+  XoStringIterator iterator2(anew ? text2 : lane.at2, reader.codeSet.number, reader.language);
+  return CompareGenerally(iterator1, iterator2, cmpOp, count, lane.before, nullptr);
+}
+
+/// Compares two texts of one code set and language from their start, without pattern.
+template <class Units>
+[[gnu::noinline]] int CompareAlike(unsigned char codeSet, unsigned char language, char const* text1,
+                                   char const* text2, unsigned short cmpOp, short count) {
+  XoCodeSet const* const record = intl::FindCodeSet(codeSet);
+  if (record == nullptr || record->orderTable == nullptr) {
+    return CompareTexts(codeSet, language, text1, codeSet, language, text2, cmpOp, count,
+                        FormLittle, nullptr);
+  }
+  PlainReader<Units> const reader(*record, language);
+  if ((cmpOp & kCmpPlainOrders) == 0) {
+    int letters = 0;
+    if (count == -1) {
+      letters = FirstDifferenceOfLetters(reader, text1, text2);
+    } else {
+      // No more than the first order of each side is sure to count.
+      letters = reader.DifferenceOfLetters(Units::Get(text1), text1 + Units::kSize,
+                                           Units::Get(text2), text2 + Units::kSize);
+    }
+    if (letters != 0 && letters != kNotLetters) return letters;
+  }
+  return CompareInLane(reader, text1, text2, cmpOp, count);
+}
+
+/// `XoStrCmp` for everything.
+[[gnu::noinline]] int CompareAny(unsigned char codeSet1, unsigned char language1, char const* text1,
+                                 unsigned char codeSet2, unsigned char language2, char const* text2,
+                                 unsigned short cmpOp, short count, unsigned char byteOrder,
+                                 int* positional) {
+  bool const null1 = IsNullText(codeSet1, language1);
+  bool const null2 = IsNullText(codeSet2, language2);
+  bool const noPattern = (cmpOp & kNoPattern) != 0;
+  if (null2) return null1 ? 0 : 1;
+  // A null text may still match a pattern, as an empty one.
+  if (null1 && noPattern) return -1;
+  if (null1) text1 = kEmptyText;
+  if (count == 0) return 0;
+  if (codeSet1 == kNoCodeSet && codeSet2 == kNoCodeSet) {
+    if (!noPattern) return BinaryWildcardMatch(text2, OrEmptyText(text1), count);
+    return BinaryCompare(text1, text2, static_cast<unsigned short>(count == -1 ? 0 : count));
+  }
+  return CompareTexts(codeSet1, language1, text1, codeSet2, language2, text2, cmpOp, count,
+                      byteOrder, positional);
+}
+
+/// Whether the fast lane may be taken: both texts are of one language and code set, which are given
+/// as such, there is no pattern, and nobody asks for the position.
+bool AreAlike(unsigned char codeSet1, unsigned char language1, char const* text1,
+              unsigned char codeSet2, unsigned char language2, char const* text2,
+              unsigned short cmpOp, unsigned char byteOrder, int const* positional) {
+  return codeSet1 == codeSet2 && language1 == language2 && (cmpOp & kNoPattern) != 0 &&
+         codeSet1 != kNoCodeSet && codeSet1 < kSortOrderSet && language1 < kNullLanguage &&
+         text1 != nullptr && text2 != nullptr && byteOrder != FormBig && positional == nullptr;
+}
+
+}  // namespace
+
+int XoStrCmp(unsigned char codeSet1, unsigned char language1, char const* text1,
+             unsigned char codeSet2, unsigned char language2, char const* text2,
+             unsigned short cmpOp, short count, unsigned char byteOrder, int* positional) {
+  if (count != 0 && AreAlike(codeSet1, language1, text1, codeSet2, language2, text2, cmpOp,
+                             byteOrder, positional)) {
+    return IsWide(codeSet1)
+               ? CompareAlike<WideUnits>(codeSet1, language1, text1, text2, cmpOp, count)
+               : CompareAlike<NarrowUnits>(codeSet1, language1, text1, text2, cmpOp, count);
+  }
+  return CompareAny(codeSet1, language1, text1, codeSet2, language2, text2, cmpOp, count, byteOrder,
+                    positional);
+}
+
+// Operators of strings.
+
+int XoString::Compare(XoString const& other, short count, unsigned short cmpOp) const {
+  return XoStrCmp(codeSet, language, text, other.codeSet, other.language, other.text,
+                  OperatorOrDefault(cmpOp), count);
+}
+
+bool XoString::operator==(XoString const& other) const {
+  return this == &other || Compare(other) == 0;
+}
+bool XoString::operator!=(XoString const& other) const { return Compare(other) != 0; }
+bool XoString::operator<(XoString const& other) const { return Compare(other) < 0; }
+bool XoString::operator<=(XoString const& other) const { return Compare(other) <= 0; }
+bool XoString::operator>(XoString const& other) const { return Compare(other) > 0; }
+bool XoString::operator>=(XoString const& other) const { return Compare(other) >= 0; }
+
+int XoString::EqualsIgnoreLanguage(XoString const& other) const {
+  // The languages that differ are those of null strings, too: such a string is empty here.
+  unsigned char const common =
+      language == other.language ? language : static_cast<unsigned char>(0);
+  return XoStrCmp(codeSet, common, text, other.codeSet, common, other.text, kCmpPlainOrders) == 0;
+}

@@ -1,0 +1,63 @@
+#include "src/xostring/order_reader.hpp"
+#include "src/xostring/text_units.hpp"
+#include "xostring.hpp"
+#include "xostringhash.hpp"
+#include "xostringiterator.hpp"
+
+using namespace xo;
+
+namespace {
+
+constexpr unsigned kNullHash = 0xFEFE7575;
+constexpr unsigned kMultiplier = 9;
+
+/// Hash of the units of a text under `mask`. Only code set 253 is read in units of 16 bits: the
+/// other wide code sets are read as bytes like the narrow ones, and stored hashes depend on that.
+unsigned HashUnits(XoString const& text, unsigned mask) {
+  char const* at = text.StrGet();
+  unsigned hash = 0;
+  if (text.codeSet == kUnicodeSet) {
+    for (unsigned short unit = LoadWide(at); unit != 0; unit = LoadWide(at += 2)) {
+      hash = hash * kMultiplier + (unit & mask);
+    }
+    return hash;
+  }
+  for (; *at != 0; ++at) {
+    int const value = static_cast<signed char>(*at);
+    hash = hash * kMultiplier + (static_cast<unsigned>(value) & mask);
+  }
+  return hash;
+}
+
+unsigned HashOrders(XoStringIterator& iterator, short count) {
+  unsigned hash = 0;
+  for (int read = 0; count == -1 ? iterator.IsEOS() == 0 : read < count; ++read) {
+    unsigned short const order = iterator.GetNextOrder(1);
+    if (order == 0 && count == -1) break;
+    hash = hash * kMultiplier + KeyOf(order, iterator.orderGroup);
+  }
+  return hash;
+}
+
+unsigned HashBytes(char const* text, short count) {
+  unsigned hash = 0;
+  for (int place = 0; (count == -1 || place < count) && text[place] != 0; ++place) {
+    hash = hash * kMultiplier + LoadNarrow(text + place);
+  }
+  return hash;
+}
+
+}  // namespace
+
+unsigned HashString(unsigned char codeSet, unsigned char language, char const* text, short count,
+                    unsigned char byteOrder) {
+  if (IsNullText(codeSet, language)) return kNullHash;
+  if (count == 0 || count < -1) return 0;
+  XoStringIterator iterator(text, codeSet, language, byteOrder);
+  return iterator.codeSet != kNoCodeSet ? HashOrders(iterator, count)
+                                        : HashBytes(iterator.cursor, count);
+}
+
+unsigned HashXoString(XoString const& text) { return HashUnits(text, 0xFFFFFFFF); }
+
+unsigned HashXoString7(XoString const& text) { return HashUnits(text, 127); }
