@@ -1,11 +1,7 @@
 #include "tools/intl_command.hpp"
 
 #include <fmt/format.h>
-#include <utf8.h>
 
-#include <array>
-#include <charconv>
-#include <iterator>
 #include <memory>
 #include <nlohmann/json.hpp>
 #include <string>
@@ -13,10 +9,11 @@
 #include <vector>
 #include <xotypemgr.hpp>
 
-#include "tools/near_names.hpp"
 #include "tools/order_report.hpp"
 #include "tools/printable.hpp"
+#include "tools/record_names.hpp"
 #include "tools/standard_streams.hpp"
+#include "tools/text_decoder.hpp"
 #include "tools/text_table.hpp"
 #include "tools/trouble.hpp"
 
@@ -25,62 +22,7 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-constexpr unsigned char kUnicode = 253;
 constexpr unsigned char kSortOrders = 254;
-
-std::vector<XoCodeSet const*> AllCodeSets() {
-  std::vector<XoCodeSet const*> sets;
-  for (unsigned number = 1; number < 256; ++number) {
-    auto const* const set = XoLanguageContext::QueryCodeSet(static_cast<unsigned char>(number));
-    if (set != nullptr) sets.push_back(set);
-  }
-  return sets;
-}
-
-std::vector<XoLanguage const*> AllLanguages() {
-  std::vector<XoLanguage const*> languages;
-  for (unsigned number = 0; number < 254; ++number) {
-    auto const* const one = XoLanguageContext::QueryLanguage(static_cast<unsigned char>(number));
-    if (one != nullptr) languages.push_back(one);
-  }
-  return languages;
-}
-
-/// What the user calls `wanted`: the one whose number or one of whose names it is, upper and lower
-/// case being the same.
-template <class Record, class NamesOf>
-Record const& Named(std::vector<Record const*> const& records, std::string const& wanted,
-                    char const* kind, NamesOf namesOf) {
-  unsigned number = 0;
-  auto const [end, error] = std::from_chars(wanted.data(), wanted.data() + wanted.size(), number);
-  bool const isNumber = error == std::errc() && end == wanted.data() + wanted.size();
-  std::vector<std::string> names;
-  for (Record const* const record : records) {
-    if (isNumber && record->number == number) return *record;
-    for (std::string const& name : namesOf(*record)) {
-      if (name.size() == wanted.size() && EditDistance(name, wanted) == 0) return *record;
-      names.push_back(name);
-    }
-  }
-  std::string message = fmt::format("no {} is called {}", kind, QuotedText(wanted));
-  auto const near = isNumber ? std::vector<std::string>() : NearNames(wanted, names);
-  if (!near.empty()) message += fmt::format("; perhaps {}", QuotedText(near.front()));
-  throw Trouble(message);
-}
-
-XoCodeSet const& CodeSetNamed(std::string const& wanted) {
-  XoCodeSet const& set = Named(AllCodeSets(), wanted, "code set", [](XoCodeSet const& each) {
-    return std::vector<std::string>{each.name};
-  });
-  if (set.number == kSortOrders) throw Trouble("code set 254 holds sort orders, not characters");
-  return set;
-}
-
-XoLanguage const& LanguageNamed(std::string const& wanted) {
-  return Named(AllLanguages(), wanted, "language", [](XoLanguage const& each) {
-    return std::vector<std::string>{each.name, each.tag};
-  });
-}
 
 std::string_view KindOf(XoCodeSet const& set) {
   if (set.number == kSortOrders) return "16-bit";
@@ -128,17 +70,6 @@ std::string CollationVersion(bool json) {
   return fmt::format("collation version {}, fingerprint {}\n", version, fingerprint);
 }
 
-std::u16string Decoded(std::string const& text) {
-  auto const bad = utf8::find_invalid(text.begin(), text.end());
-  if (bad != text.end()) {
-    throw Trouble(fmt::format("{} is not UTF-8: byte {} cannot be read", QuotedText(text),
-                              bad - text.begin()));
-  }
-  std::u16string units;
-  utf8::utf8to16(text.begin(), text.end(), std::back_inserter(units));
-  return units;
-}
-
 struct OrderOptions {
   std::string text;
   std::string language = "0";
@@ -150,9 +81,15 @@ std::string Orders(OrderOptions const& options) {
   XoCodeSet const& set = CodeSetNamed(options.codeSet);
   XoLanguage const& language = LanguageNamed(options.language);
   std::vector<unsigned short> codes;
-  for (char16_t const unit : Decoded(options.text)) {
-    codes.push_back(set.MapCharacter(static_cast<unsigned short>(unit), kUnicode));
+  TextDecoder decoder(set, language.number);
+  XoString text;
+  std::string const complaint = decoder.Decode(options.text, text);
+  if (!complaint.empty()) throw Trouble(fmt::format("{} {}", QuotedText(options.text), complaint));
+  if (std::string const loss = decoder.Loss(); !loss.empty()) {
+    WriteMessage(fmt::format("note: {}: {}, which counts as {}", QuotedText(options.text), loss,
+                             decoder.Substitute()));
   }
+  for (XoStringIterator place(text); place.IsEOS() == 0; ++place) codes.push_back((*place).Code());
   auto const elements = ReportOrders(codes, set, language.number);
   return options.json ? OrdersAsJson(elements) : OrdersAsText(elements);
 }

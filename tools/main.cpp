@@ -15,8 +15,10 @@
 #include "tools/index_command.hpp"
 #include "tools/intl_command.hpp"
 #include "tools/printable.hpp"
+#include "tools/sort_command.hpp"
 #include "tools/standard_streams.hpp"
 #include "tools/stop_signals.hpp"
+#include "tools/text_command.hpp"
 #include "tools/trouble.hpp"
 #include "tools/types_command.hpp"
 
@@ -45,11 +47,12 @@ bool IsNegativeValue(std::string_view argument) {
 }
 
 /// The arguments in the reverse order in which CLI11 takes them. The blank before a negative value
-/// keeps it from being an option and does not change the value.
+/// keeps it from being an option and does not change the value; of a text it would be a part.
 std::vector<std::string> Arguments(int count, char** values) {
   std::vector<std::string> arguments(values + 1, values + count);
+  bool const areValues = !arguments.empty() && arguments.front() == "index";
   for (std::string& argument : arguments) {
-    if (IsNegativeValue(argument)) argument.insert(0, " ");
+    if (areValues && IsNegativeValue(argument)) argument.insert(0, " ");
   }
   std::reverse(arguments.begin(), arguments.end());
   return arguments;
@@ -64,6 +67,8 @@ int Run(int count, char** values) {
   AddTypesCommand(tool, command);
   AddIndexCommands(tool, command);
   AddIntlCommands(tool, command);
+  AddTextCommands(tool, command);
+  AddSortCommand(tool, command);
   int exitCode = kDone;
   try {
     tool.parse(Arguments(count, values));

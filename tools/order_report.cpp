@@ -1,11 +1,11 @@
 #include "tools/order_report.hpp"
 
 #include <fmt/format.h>
-#include <utf8.h>
 
 #include <iterator>
 #include <nlohmann/json.hpp>
 
+#include "tools/text_decoder.hpp"
 #include "tools/text_table.hpp"
 
 namespace xo::tool {
@@ -70,15 +70,8 @@ std::string AccentText(unsigned accent) {
   return accent < std::size(kAccents) ? kAccents[accent] : fmt::format("{}", accent);
 }
 
-/// Characters for the terminal; controls and lone halves of a pair are left out.
 std::string Shown(std::vector<unsigned short> const& characters) {
-  std::string text;
-  for (unsigned short const each : characters) {
-    bool const control = each < 0x20 || (each >= 0x7F && each < 0xA0);
-    bool const half = each >= 0xD800 && each < 0xE000;
-    if (!control && !half) utf8::append(static_cast<char32_t>(each), std::back_inserter(text));
-  }
-  return text;
+  return xo::tool::Shown(characters.data(), characters.size());
 }
 
 std::string Codes(std::vector<unsigned short> const& codes) {

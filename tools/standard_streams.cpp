@@ -6,6 +6,7 @@
 
 #include <cerrno>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <string>
 
@@ -29,6 +30,14 @@ void HoldStandardDescriptors() {
 
 void WriteOutput(std::string_view text) {
   if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size()) ThrowUnwritten();
+}
+
+bool OutputTakesColour() {
+  char const* const none = std::getenv("NO_COLOR");
+  if (none != nullptr && *none != '\0') return false;
+  char const* const terminal = std::getenv("TERM");
+  if (terminal == nullptr || std::string_view(terminal) == "dumb") return false;
+  return isatty(STDOUT_FILENO) != 0;
 }
 
 void FlushOutput() {

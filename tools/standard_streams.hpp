@@ -11,6 +11,10 @@ void HoldStandardDescriptors();
 /// Writes to standard output; what cannot be written is `Trouble`.
 void WriteOutput(std::string_view text);
 
+/// Whether results may be coloured: standard output is a terminal that knows colours, and the user
+/// has not asked for none (NO_COLOR, https://no-color.org).
+bool OutputTakesColour();
+
 /// Before a step that must not be taken when its report cannot be written.
 void FlushOutput();
 

@@ -57,7 +57,16 @@ class Intl(ToolTest):
         self.assertEqual(self.orders("é", "--code-set", "IBM437")[0]["characters"], [0xE9])
         ebcdic = self.orders("a", "--code-set", "IBM037")[0]
         self.assertEqual((ebcdic["codes"], ebcdic["letter"]), ([0x81], 3))
-        self.assertEqual(self.orders("漢", "--code-set", "1")[0]["codes"], [ord("?")])
+
+    def test_CharactersThatAStringCannotHoldAreTold(self):
+        def codes(*arguments):
+            result = self.run_tool("intl", "order", "--json", *arguments)
+            self.assertEqual(result.returncode, DONE)
+            self.assertRegex(result.stderr, rb"\Axotm: note: [^\n]+\n\Z")
+            return json.loads(result.stdout)[0]["codes"]
+
+        self.assertEqual(codes("漢", "--code-set", "1"), [ord("?")])
+        self.assertEqual(codes("\U0001F600"), [0xF600])
 
     def test_TextIsShownAsATable(self):
         lines = self.output("order", "ß").splitlines()

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <CLI/App.hpp>
+#include <functional>
+
+namespace xo::tool {
+
+/// Adds `sort`, which sorts the lines of a text as its language does, to `tool`; the rest as at
+/// `AddIndexCommands`.
+void AddSortCommand(CLI::App& tool, std::function<int()>& command);
+
+}  // namespace xo::tool
