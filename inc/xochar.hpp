@@ -90,28 +90,22 @@ class XO_EXPORT XoChar {
   void Write(unsigned short code);
 };
 
-/// What `Transform` does to each character.
+/// What `Transform` does to each character; here nothing. The transform is the only virtual
+/// operation: destroy an operation as what it is.
 class XO_EXPORT XoCharOperation {
  public:
   /// Gives the character to write for `character`, which `iterator` stands on. It may give
   /// `iterator` further characters to serve next (`XoStringIterator::SetOverflow`); they come
   /// through the operation as well.
   virtual XoChar Transform(XoChar const& character, XoStringIterator& iterator);
-
- protected:
-  XoCharOperation() = default;
-  XoCharOperation(XoCharOperation const&) = default;
-  XoCharOperation& operator=(XoCharOperation const&) = default;
-  // Not virtual: the transform stays the only virtual operation.
-  ~XoCharOperation() = default;
 };
 
-class XO_EXPORT XoCharToUpper final : public XoCharOperation {
+class XO_EXPORT XoCharToUpper : public XoCharOperation {
  public:
   XoChar Transform(XoChar const& character, XoStringIterator& iterator) override;
 };
 
-class XO_EXPORT XoCharToLower final : public XoCharOperation {
+class XO_EXPORT XoCharToLower : public XoCharOperation {
  public:
   XoChar Transform(XoChar const& character, XoStringIterator& iterator) override;
 };

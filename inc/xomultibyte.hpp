@@ -29,7 +29,7 @@ XO_EXPORT int XoMultiByteString2XoString(char const* bytes, XoString& text, int 
 /// The same with the units of `bytes`, a narrow string.
 XO_EXPORT int XoMultiByteString2XoString(XoString const& bytes, XoString& text);
 
-/// Bytes that the first `maxChars` characters take, or -1. A text of a code set below 6 that is
+/// Bytes that the first `maxChars` characters take. A text of a code set below 6 that is
 /// ASCII throughout is measured whole, whatever `maxChars` says; only 0 gives 0.
 XO_EXPORT int XoMBSLength(XoString const& text, unsigned short maxChars = 65535);
 

@@ -14,7 +14,8 @@ class XoStringIterator;
 /// `cmpOp` is a sum of the bits below. Without `kCmpNoWildcards` the second text is a pattern, and
 /// 0 means that the first one matches: the asterisk stands for any run of characters, the question
 /// mark for any one. `count` is the number of orders to read of each side at most (-1: all; 0: the
-/// texts are equal at once). Texts are ended by a zero unit; a null pointer reads as an empty text.
+/// texts are equal at once). Texts are ended by a zero unit, or `count` orders of which none may
+/// contract with what follows; a null pointer reads as an empty text.
 /// Two texts without a code set (0) compare by their bytes; where only one has none, it is of the
 /// native code set. `byteOrder` is that of both texts where characters take two bytes. `positional`
 /// may be null; see `kCmpSkipSpaces`.
@@ -26,7 +27,7 @@ XO_EXPORT int XoStrCmp(unsigned char codeSet1, unsigned char language1, char con
 inline constexpr unsigned short kCmpNoWildcards = 0x0010;    ///< the second text is no pattern
 inline constexpr unsigned short kCmpIgnoreCase = 0x0020;     ///< without the case level
 inline constexpr unsigned short kCmpIgnoreAccents = 0x0040;  ///< without the accent level
-/// Spaces are skipped. Besides, with a `count` other than -1, `positional` receives the difference
+/// Spaces are skipped. Besides, with a `count` above 0, `positional` receives the difference
 /// of letters of the last step within `count`.
 inline constexpr unsigned short kCmpSkipSpaces = 0x0080;
 inline constexpr unsigned short kCmpPlainOrders = 0x0100;  ///< by order keys alone, no levels
@@ -51,7 +52,7 @@ XO_EXPORT int BinaryCompare(char const* a, char const* b, unsigned short count);
 /// is not empty, else 0; a null text 0 for an empty pattern, else -1.
 ///
 /// A question mark right behind an asterisk is looked for as a byte. A star may have to be tried
-/// from several places; a byte of the text is then looked at again.
+/// from several places; bytes of the text that are then read again count again.
 XO_EXPORT int BinaryWildcardMatch(char const* pattern, char const* text, short count);
 
 /// Position of the first wildcard among the first `maxCount` characters of `text`, or -1. With

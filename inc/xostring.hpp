@@ -1,5 +1,7 @@
 #pragma once
 
+#include <type_traits>
+
 #include "base/export.hpp"
 
 class XoChar;
@@ -90,7 +92,8 @@ class XO_EXPORT XoString {
   /// The text, never null. It must not be written when the string is empty.
   char const* StrGet() const;
   /// The character at `index`, which may be the terminator's, bound to it: to assign to it writes
-  /// into the string. Outside the text it is unbound, with value 0 in the default 16-bit code set.
+  /// into the string, a constant one too. Outside the text it is unbound, with value 0 in the
+  /// default 16-bit code set.
   XoChar operator[](int index) const;
   /// An empty string in the code set and language that were the default at load.
   static XoString const& EmptyString();
@@ -119,7 +122,8 @@ class XO_EXPORT XoString {
   // The number that the text begins with, behind white space; 0 for none. Integers take their base
   // from the prefix ("0x", "0"), those of narrow text are decimal when bit 0 of `XoTypeMgrOptions`
   // is set. Integers of 16 bits are the low bits of those of 32; these and those of 64 bits stop at
-  // the greatest and least value. Of wide text at most 30 characters count.
+  // the greatest and least value. Of wide text integers take at most 30
+  // characters behind white space.
   operator short() const;
   operator int() const;
   operator long() const;
@@ -160,8 +164,8 @@ class XO_EXPORT XoString {
   /// Negative, 0 or positive; up to `count` orders of each side (-1: all), under `cmpOp` (65535:
   /// the default operator).
   int Compare(XoString const& other, short count = -1, unsigned short cmpOp = 65535) const;
-  /// 1 when all sort orders are the same, whatever the languages. A null string equals an empty
-  /// one.
+  /// 1 when all sort orders are the same, whatever the languages. A string that
+  /// is null by its language equals an empty one.
   int EqualsIgnoreLanguage(XoString const& other) const;
   /// The characters that stand for any run of characters, for any one character, and for an
   /// escape, which comparisons do not use, in patterns of all code sets. Set-up calls, without a
@@ -222,7 +226,29 @@ class XO_EXPORT XoString {
   int Atoll(long long& value) const;
   int Strtol(int& value) const;
   int Strtoll(long long& value) const;
+  // The same where the platform's `long` has 64 bits.
+  template <class Long>
+  requires(std::is_same_v<Long, long> && sizeof(Long) == 8) int Atoll(Long& value) const {
+    long long whole = 0;
+    int const result = Atoll(whole);
+    value = whole;
+    return result;
+  }
+  template <class Long>
+  requires(std::is_same_v<Long, long> && sizeof(Long) == 8) int Strtoll(Long& value) const {
+    long long whole = 0;
+    int const result = Strtoll(whole);
+    value = whole;
+    return result;
+  }
 };
+
+// The sum with plain text. Without these a string would go into arithmetic of pointers by way of
+// its conversion to a number.
+XO_EXPORT XoString operator+(XoString const& left, char const* right);
+XO_EXPORT XoString operator+(XoString const& left, unsigned short const* right);
+XO_EXPORT XoString operator+(XoString const& left, char right);
+XO_EXPORT XoString operator+(char const* left, XoString const& right);
 
 /// Takes the element of `list` that begins at `position` and ends before the next `delimiter` or
 /// at the end of `list`, and puts it, trimmed, into `item`; a delimiter at the very start is

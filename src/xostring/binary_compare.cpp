@@ -20,8 +20,11 @@ namespace {
 /// A pattern with '*' and '?' on its way through a text.
 class ByteMatch {
  public:
-  ByteMatch(char const* pattern_, char const* text_, unsigned count)
-      : pattern(pattern_), begin(text_), text(text_), limit(count) {}
+  ByteMatch(char const* pattern_, char const* text_, short count)
+      : pattern(pattern_),
+        text(text_),
+        isCounted(count != -1),
+        remaining(static_cast<unsigned short>(count)) {}
 
   int Run() {
     for (;;) {
@@ -32,14 +35,13 @@ class ByteMatch {
         if (!ReachStar()) return outcome;
       } else if (*pattern == '?') {
         if (*text == 0) return -1;
-        Consume();
+        Match();
       } else if (*pattern == *text) {
         if (*text == 0) return 0;
-        Consume();
+        Match();
       } else {
         if (!starOpen || matched == 0) return ByteDifference();
-        // The same place of the pattern, and the text behind the byte that was tried: between that
-        // byte and the place where the star was reached there is no other to try.
+        // Bytes that are read again count again.
         pattern -= matched;
         text = restart;
         if (!ReachStar()) return outcome;
@@ -48,13 +50,18 @@ class ByteMatch {
   }
 
  private:
-  bool IsUsedUp() const { return limit != 65535 && text - begin >= static_cast<int>(limit); }
+  bool IsUsedUp() const { return isCounted && remaining == 0; }
   int ByteDifference() const { return int{LoadNarrow(text)} - int{LoadNarrow(pattern)}; }
 
   void Consume() {
-    ++pattern;
     ++text;
+    if (isCounted) --remaining;
+  }
+
+  void Match() {
+    ++pattern;
     ++matched;
+    Consume();
   }
 
   /// Finds where what follows the star may begin; false when that settles the outcome.
@@ -63,12 +70,15 @@ class ByteMatch {
     matched = 0;
     if (*pattern == 0 || IsUsedUp()) return Settle(0);
     if (*text == 0) return Settle(-1);
+    restart = text + 1;
     while (!IsUsedUp() && *text != *pattern) {
       if (*text == 0) return Settle(-int{LoadNarrow(pattern)});
-      ++text;
+      Consume();
     }
     if (IsUsedUp()) return Settle(0);
-    restart = text + 1;
+    // Nothing between the star and the byte found is another place to begin; only a count notices
+    // that it is looked at again.
+    if (!isCounted) restart = text + 1;
     return true;
   }
 
@@ -78,9 +88,9 @@ class ByteMatch {
   }
 
   char const* pattern;
-  char const* const begin;
   char const* text;
-  unsigned const limit;
+  bool const isCounted;
+  unsigned remaining;
   char const* restart = nullptr;
   std::size_t matched = 0;
   bool starOpen = false;
@@ -92,5 +102,5 @@ class ByteMatch {
 int BinaryWildcardMatch(char const* pattern, char const* text, short count) {
   if (pattern == nullptr) return text != nullptr && *text != 0 ? 1 : 0;
   if (text == nullptr) return *pattern == 0 ? 0 : -1;
-  return ByteMatch(pattern, text, static_cast<unsigned short>(count)).Run();
+  return ByteMatch(pattern, text, count).Run();
 }

@@ -1,3 +1,4 @@
+#include "src/xostring/order_reader.hpp"
 #include "src/xostring/text_units.hpp"
 #include "xochar.hpp"
 #include "xostrcmp.hpp"
@@ -8,10 +9,8 @@ using namespace xo;
 
 namespace {
 
-constexpr unsigned short kFirstSymbol = 80;
-constexpr unsigned short kFirstDigit = 16128;
-constexpr unsigned short kFirstLetter = 16384;
-constexpr unsigned short kFirstHan = 32768;
+/// Whether a place lies in what a string without text shows, which belongs to all of them.
+bool IsEmptyText(char const* place) { return place == kEmptyText || place == kEmptyText + 1; }
 
 constexpr bool IsBetween(unsigned short order, unsigned first, unsigned end) {
   return order >= first && order < end;
@@ -90,7 +89,7 @@ unsigned short XoChar::Code() const {
 
 void XoChar::Write(unsigned short code) {
   // What a string without text shows belongs to all of them.
-  if (binding != kEmptyText) StoreUnit(binding, codeSet, code, byteOrder);
+  if (!IsEmptyText(binding)) StoreUnit(binding, codeSet, code, byteOrder);
 }
 
 XoChar& XoChar::operator=(XoChar const& other) {
@@ -108,7 +107,7 @@ XoChar& XoChar::operator=(XoChar const& other) {
 XoChar& XoChar::operator=(char character) {
   if (binding == nullptr) {
     value = static_cast<unsigned char>(character);
-  } else if (binding != kEmptyText) {
+  } else if (!IsEmptyText(binding)) {
     *binding = character;
   }
   return *this;
@@ -127,7 +126,7 @@ XoChar& XoChar::operator=(unsigned short character) {
 // Comparison.
 
 int XoChar::Compare(XoChar const& other, unsigned short cmpOp) const {
-  unsigned short const op = cmpOp == 65535 ? XoLanguageContext::GetDefaultCmpOp() : cmpOp;
+  unsigned short const op = OperatorOrDefault(cmpOp);
   return XoStrCmp(codeSet, language, SingleCharacter(*this).units, other.codeSet, other.language,
                   SingleCharacter(other).units, op, 1);
 }
@@ -154,8 +153,6 @@ bool XoChar::operator>=(unsigned short other) const { return *this >= XoChar(oth
 // Classes.
 
 unsigned short XoChar::CharOrder() const {
-  // A sort order is its own.
-  if (codeSet == kSortOrderSet) return Code();
   XoCodeSet const* const set = XoLanguageContext::QueryCodeSet(CodeSetOrNative(codeSet));
   if (set == nullptr || set->orderTable == nullptr) return MapTo(kUnicodeSet).CharOrder();
   unsigned short const code = Code();
@@ -163,11 +160,15 @@ unsigned short XoChar::CharOrder() const {
   return entry != nullptr ? entry->order : code;
 }
 
-int XoChar::IsSpace() const { return IsBetween(CharOrder(), 0, kFirstSymbol); }
-int XoChar::IsSymbol() const { return IsBetween(CharOrder(), kFirstSymbol, kFirstDigit); }
-int XoChar::IsDigit() const { return IsBetween(CharOrder(), kFirstDigit, kFirstLetter); }
-int XoChar::IsAlpha() const { return IsBetween(CharOrder(), kFirstLetter, kFirstHan); }
-int XoChar::IsHan() const { return CharOrder() >= kFirstHan; }
+int XoChar::IsSpace() const { return IsBetween(CharOrder(), 0, kFirstSymbolOrder); }
+int XoChar::IsSymbol() const {
+  return IsBetween(CharOrder(), kFirstSymbolOrder, kFirstSignificantOrder);
+}
+int XoChar::IsDigit() const {
+  return IsBetween(CharOrder(), kFirstSignificantOrder, kFirstLetterOrder);
+}
+int XoChar::IsAlpha() const { return IsBetween(CharOrder(), kFirstLetterOrder, kFirstHanOrder); }
+int XoChar::IsHan() const { return CharOrder() >= kFirstHanOrder; }
 
 // Conversion.
 

@@ -3,6 +3,7 @@
 #include "intl/language_context.hpp"
 #include "intl/records.hpp"
 #include "src/xostring/text_units.hpp"
+#include "xostrcmp.hpp"
 
 /// Classes of sort orders, and the keys by which they compare.
 namespace xo {
@@ -18,6 +19,9 @@ inline constexpr unsigned char kUntabledGroup = 20;
 inline constexpr unsigned short kFirstUncertainCode = 512;
 /// Codes from here on leave the group as it is where they lack one.
 inline constexpr unsigned short kFirstSpecialCode = 65520;
+
+/// Bits of an operator by which the operands are not a text and a pattern.
+inline constexpr unsigned short kNoPattern = kCmpNoWildcards | kCmpPlainOrders;
 
 constexpr unsigned KeyOf(unsigned short order, unsigned char group) {
   if (order == 0) return 0;

@@ -26,6 +26,9 @@ inline Weight WeightOf(CharOrderEntry const* entry, unsigned short cmpOp) {
   return (cmpOp & skipping) != 0 ? Weight::kSkipped : Weight::kIgnorable;
 }
 
+/// No character: what contracts with nothing.
+inline constexpr unsigned short kNothing = 0;
+
 /// One byte a character.
 struct NarrowUnits {
   /// Most characters that contract into one sort order.
@@ -37,7 +40,7 @@ struct NarrowUnits {
     return table.FindNarrow(static_cast<unsigned char>(code));
   }
   static bool IsPlain(CharOrderEntry const* entry, unsigned char variants, char const*) {
-    // Combining marks of Unicode are no codes of eight bits.
+    // Codes of narrow marks are none of Unicode's; entries that contract with them say so.
     return entry->IsPlain(variants, 0);
   }
   static bool IsMark(unsigned short) { return false; }
@@ -54,7 +57,7 @@ struct WideUnits {
     return table.FindWide(code);
   }
   static bool IsPlain(CharOrderEntry const* entry, unsigned char variants, char const* next) {
-    return entry->IsPlain(variants, Get(next));
+    return entry->IsPlain(variants, entry->HasContractions() ? Get(next) : kNothing);
   }
   static bool IsMark(unsigned short code) { return CharOrderEntry::IsMark(code); }
   static bool IsMarkAt(char const* text) { return IsMark(Get(text)); }
@@ -116,16 +119,18 @@ struct PlainReader {
     if (code1 == 0 || code2 == 0) {
       unsigned short const code = code1 != 0 ? code1 : code2;
       char const* const next = code1 != 0 ? next1 : next2;
-      unsigned const head = Units::Find(table, code)->Head();
-      bool const isPlain = (head & CharOrderEntry::NotPlain(variants)) == 0 &&
-                           (head & kFirstLetterOrder) != 0 && !Units::IsMarkAt(next);
+      CharOrderEntry const* const entry = Units::Find(table, code);
+      bool const isPlain = (entry->Head() & CharOrderEntry::NotPlain(variants)) == 0 &&
+                           (entry->order & kFirstLetterOrder) != 0 && !MarkFollows(entry, next);
       return isPlain ? (code1 != 0 ? 1 : -1) : kNotLetters;
     }
-    unsigned const head1 = Units::Find(table, code1)->Head();
-    unsigned const head2 = Units::Find(table, code2)->Head();
+    CharOrderEntry const* const entry1 = Units::Find(table, code1);
+    CharOrderEntry const* const entry2 = Units::Find(table, code2);
+    unsigned const head1 = entry1->Head();
+    unsigned const head2 = entry2->Head();
     if (((head1 | head2) & CharOrderEntry::NotPlain(variants)) != 0 ||
-        (head1 & head2 & kFirstLetterOrder) == 0 || Units::IsMarkAt(next1) ||
-        Units::IsMarkAt(next2)) {
+        (head1 & head2 & kFirstLetterOrder) == 0 || MarkFollows(entry1, next1) ||
+        MarkFollows(entry2, next2)) {
       return kNotLetters;
     }
     return Difference(head1 & kGroupAndLetter, head2 & kGroupAndLetter);
@@ -161,6 +166,11 @@ struct PlainReader {
   }
 
  private:
+  /// Whether a mark that may belong to a character stands behind it.
+  static bool MarkFollows(CharOrderEntry const* entry, char const* next) {
+    return entry->HasContractions() && Units::IsMarkAt(next);
+  }
+
   static bool Contracts(CharOrderEntry const* entry, char const* next) {
     return entry->HasContractions() && entry->Contraction(Units::Get(next)) != nullptr;
   }
@@ -247,7 +257,7 @@ struct LaneResult {
 template <class Units>
 [[gnu::always_inline]] inline int FirstDifferenceOfLetters(PlainReader<Units> const& reader,
                                                            char const* text1, char const* text2) {
-  constexpr std::size_t kFar = 16 * Units::kSize;
+  constexpr std::size_t kFar = 12 * Units::kSize;
   for (;;) {
     typename PlainReader<Units>::RecentFlags recent = 0;
     std::size_t same = 0;
@@ -275,7 +285,7 @@ template <class Units>
 template <bool kCounted, class Units>
 LaneResult RunPlainLane(PlainReader<Units> const& reader, char const* text1, char const* text2,
                         unsigned short cmpOp, [[maybe_unused]] unsigned limit) {
-  constexpr std::size_t kFar = 16 * Units::kSize;
+  constexpr std::size_t kFar = 4 * Units::kSize;
   LevelDifferences differences;
   [[maybe_unused]] unsigned seen1 = 0;
   [[maybe_unused]] unsigned seen2 = 0;

@@ -9,14 +9,8 @@ using namespace xo;
 
 namespace {
 
-/// Bits of an operator by which the operands are not a text and a pattern.
-constexpr unsigned short kNoPattern = kCmpNoWildcards | kCmpPlainOrders;
-/// A count of orders that is none.
+/// A count that does not limit.
 constexpr unsigned short kToTheEnd = 65535;
-
-unsigned short OperatorOrDefault(unsigned short cmpOp) {
-  return cmpOp == 65535 ? XoLanguageContext::GetDefaultCmpOp() : cmpOp;
-}
 
 }  // namespace
 

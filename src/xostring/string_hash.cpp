@@ -31,7 +31,8 @@ unsigned HashUnits(XoString const& text, unsigned mask) {
 
 unsigned HashOrders(XoStringIterator& iterator, short count) {
   unsigned hash = 0;
-  for (int read = 0; count == -1 ? iterator.IsEOS() == 0 : read < count; ++read) {
+  // The end counts as an order of 0 where a number of orders is asked for.
+  for (int read = 0; count == -1 || read < count; ++read) {
     unsigned short const order = iterator.GetNextOrder(1);
     if (order == 0 && count == -1) break;
     hash = hash * kMultiplier + KeyOf(order, iterator.orderGroup);

@@ -13,6 +13,7 @@ using namespace xo;
 namespace {
 
 constexpr unsigned char kNoVariants = 0;
+constexpr unsigned short kNothing = 0;
 
 }  // namespace
 
@@ -160,7 +161,11 @@ void XoStringIterator::SetOverflow(XoWCharList const* list, unsigned char set) {
 
 unsigned short XoStringIterator::NextStreamOrder() {
   unsigned short const order = LoadWide(cursor, byteOrder);
-  if (order != 0) ++*this;
+  if (order != 0) {
+    ++*this;
+  } else if (!OverflowRemains()) {
+    overflow = nullptr;
+  }
   return order;
 }
 
@@ -209,13 +214,16 @@ unsigned short XoStringIterator::ReadPlainOrder(unsigned short updateGroup) {
   CharOrderEntry const* entry = table->Find(code);
   if (entry == nullptr) return 0;
   char const* const behind = cursor + UnitSize(codeSet);
-  unsigned short const next = LoadUnit(behind, codeSet, byteOrder);
+  // What stands behind the character is looked at only where it may matter.
+  auto const next = [this, behind](CharOrderEntry const* of) {
+    return of->HasContractions() ? LoadUnit(behind, codeSet, byteOrder) : kNothing;
+  };
   XoLanguage const* const record = xo::intl::FindLanguage(language);
   unsigned char const variants = record != nullptr ? record->variantFlag : kNoVariants;
-  if (!entry->IsPlain(variants, next)) {
+  if (!entry->IsPlain(variants, next(entry))) {
     CharOrderEntry const* const own = entry->MayVary(variants) ? entry->Variant(language) : nullptr;
     if (own != nullptr) entry = own;
-    if (!entry->IsPlain(kNoVariants, next)) return 0;
+    if (!entry->IsPlain(kNoVariants, next(entry))) return 0;
   }
   if (updateGroup != 0) {
     unsigned char const* const own = entry->GroupOverride();

@@ -31,9 +31,14 @@ void AssignDecimal(XoString& target, Integer number) {
   AssignText(target, digits, target.codeSet);
 }
 
-/// At most `count` characters; all for 65535.
-unsigned short BoundedLength(unsigned char codeSet, char const* text, unsigned short count) {
-  return count == 65535 ? count : AsCount(TextLength(codeSet, text, count));
+/// Makes at most `length` characters of `source` (65535: all) the text of a new string; none for 0.
+/// A source of no character gives a text of its terminator.
+void AssignBounded(XoString& target, char const* source, unsigned short length) {
+  if (length == 0) return;
+  unsigned short const count =
+      length == 65535 ? length : AsCount(TextLength(target.codeSet, source, length));
+  AssignText(target, source, target.codeSet,
+             count != 0 ? count : static_cast<unsigned short>(65535));
 }
 
 /// Makes `source` the text of `target`, which it may be a part of. When memory runs out nothing has
@@ -110,21 +115,14 @@ XoString::XoString(char const* characters) : XoString(characters, 65535) {}
 
 XoString::XoString(char const* characters, unsigned short length)
     : XoString(GetDefault8CodeSet(), GetDefaultLanguage()) {
-  if (length == 0) return;
-  unsigned short const count = BoundedLength(codeSet, characters, length);
-  // A text of no character is a text still.
-  AssignText(*this, count != 0 || characters == nullptr ? characters : kEmptyText, codeSet,
-             count != 0 ? count : static_cast<unsigned short>(65535));
+  AssignBounded(*this, characters, length);
 }
 
 XoString::XoString(unsigned short const* characters) : XoString(characters, 65535) {}
 
 XoString::XoString(unsigned short const* characters, unsigned short length)
     : XoString(GetDefault16CodeSet(), GetDefaultLanguage()) {
-  if (length == 0) return;
-  unsigned short const count = BoundedLength(codeSet, AsBytes(characters), length);
-  AssignText(*this, count != 0 || characters == nullptr ? AsBytes(characters) : kEmptyText, codeSet,
-             count != 0 ? count : static_cast<unsigned short>(65535));
+  AssignBounded(*this, AsBytes(characters), length);
 }
 
 XoString::~XoString() { Destroy(); }
@@ -224,6 +222,17 @@ XoString XoString::operator+(XoString const& other) const {
   sum += *this;
   sum += other;
   return sum;
+}
+
+XoString operator+(XoString const& left, char const* right) {
+  return left.operator+(XoString(right));
+}
+XoString operator+(XoString const& left, unsigned short const* right) {
+  return left.operator+(XoString(right));
+}
+XoString operator+(XoString const& left, char right) { return left.operator+(XoString(right)); }
+XoString operator+(char const* left, XoString const& right) {
+  return XoString(left).operator+(right);
 }
 
 XoString& XoString::operator<<(XoString const& other) { return *this += other; }

@@ -64,7 +64,7 @@ int ReadNumber(XoString const& string, Integer (*read)(char const*, IntegerBase)
   value = 0;
   if (string.IsEmpty() != 0) return -1;
   XoChar const first(string, 0);
-  if (first.IsDigit() == 0 && first != '-') return -1;
+  if (first.IsDigit() == 0 && first.Code() != '-') return -1;
   value = ReadText(string, read, narrowBase);
   return 0;
 }

@@ -1,3 +1,4 @@
+#include "src/xostring/order_reader.hpp"
 #include "src/xostring/string_splice.hpp"
 #include "src/xostring/text_units.hpp"
 #include "xochar.hpp"
@@ -27,7 +28,7 @@ short XoString::Find(XoString const& pattern, unsigned short start, unsigned sho
   XoString prefix(kNoCodeSet, 0);
   XoString const* sought = &pattern;
   short count = static_cast<short>(patternLength);
-  if ((cmpOp & (kCmpNoWildcards | kCmpPlainOrders)) == 0) {
+  if ((cmpOp & kNoPattern) == 0) {
     // The rest of the text does not matter.
     prefix = pattern;
     SpliceText(prefix, "*", kNoCodeSet, prefix.Len(), 0, 1, 1, SpliceMode::kTruncate);
@@ -36,7 +37,7 @@ short XoString::Find(XoString const& pattern, unsigned short start, unsigned sho
   }
   unsigned const length = Len();
   if (length == 0 || patternLength == 0 || start > length) return -1;
-  unsigned short const op = cmpOp == 65535 ? GetDefaultCmpOp() : cmpOp;
+  unsigned short const op = OperatorOrDefault(cmpOp);
   unsigned const unit = UnitSize(codeSet);
   for (unsigned position = start; length - position >= patternLength; ++position) {
     if (XoStrCmp(codeSet, language, text + position * unit, sought->codeSet, sought->language,

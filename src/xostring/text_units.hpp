@@ -44,6 +44,9 @@ inline unsigned char LanguageOrDefault(unsigned char language) {
 inline unsigned char CodeSetOrNative(unsigned char codeSet) {
   return codeSet == kNoCodeSet ? XoLanguageContext::GetNativeCodeSet() : codeSet;
 }
+inline unsigned short OperatorOrDefault(unsigned short cmpOp) {
+  return cmpOp == 65535 ? XoLanguageContext::GetDefaultCmpOp() : cmpOp;
+}
 inline unsigned char OrderOrDefault(unsigned char byteOrder) {
   return byteOrder == kByDefault ? FormLittle : byteOrder;
 }

@@ -19,10 +19,13 @@ inline std::vector<WalkedOrder> WalkOrders(std::u16string const& text, unsigned 
   XoCodeSet const& set = *XoLanguageContext::QueryCodeSet(codeSet);
   XoLanguage const* const record = XoLanguageContext::QueryLanguage(language);
   std::vector<WalkedOrder> orders;
+  unsigned char group = set.CodeSetGroup(language);
   for (std::size_t place = 0; place < text.size(); ++place) {
     CharOrderEntry const* entry = set.orderTable->GetEntry(text[place]);
     if (entry == nullptr) {
-      orders.push_back({text[place], 20});
+      // The last codes leave the group as it is.
+      if (text[place] < 65520) group = 20;
+      orders.push_back({text[place], group});
       continue;
     }
     if (record != nullptr && record->hasVariants != 0 && entry->HasVariants()) {
@@ -44,7 +47,7 @@ inline std::vector<WalkedOrder> WalkOrders(std::u16string const& text, unsigned 
       ++place;
     }
     unsigned char const* const own = entry->GroupOverride();
-    unsigned char const group = own != nullptr ? *own : set.CodeSetGroup(language);
+    group = own != nullptr ? *own : set.CodeSetGroup(language);
     orders.push_back({entry->order, group});
     if (!entry->HasExpansion()) continue;
     XoWCharList const& more = entry->Expansion();

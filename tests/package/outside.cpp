@@ -171,6 +171,69 @@ void UseIdentity() {
   ___XoI18NContext(0);
 }
 
+class Doubling final : public XoCharOperation {
+ public:
+  XoChar Transform(XoChar const& character, XoStringIterator&) override { return character; }
+};
+
+void UseStrings() {
+  XoString text(
+      "Stra\xDF"
+      "e");
+  text << ' ' << 12 << 1.5 << "x";
+  Expect(text.Len() == 13 && text.Find("12") == 7, "strings are built and searched");
+  text.ToUpper().Trim().ReplaceAll('S', 's').Cut(0, 1).Insert("S", 0).Replace("T", 1);
+  Doubling same;
+  Expect(text.Transform(same).Copy(0, 4) == "STRA", "strings are edited");
+  Expect(text.Left(2) < text.Right(2) || text[0].IsAlpha() != 0, "strings compare");
+  Expect(XoString("*").EqualsIgnoreLanguage("*") != 0, "without regard to language");
+  Expect(int(XoString("0x10")) == 16 && XoString::EmptyString().IsEmpty() != 0, "numbers are read");
+  XoString item;
+  XoString list("a, b");
+  unsigned short place = 0;
+  Expect(XoSplitList(list, item, ",", place) == 0 && item == "a", "lists are split");
+  Expect(XoTypeMgr::GetNullPrintString() == "{NULL}", "null has a text");
+  XoTypeMgr::SetNullPrintString("{NULL}");
+  XoString::SetAsterisk(XoChar('*'));
+  XoString::SetQuestion(XoChar('?'));
+  XoString::SetEscape(XoChar('\\'));
+}
+
+void UseTextFunctions() {
+  Expect(XoStrCmp(1, 1, "abc", 1, 1, "a*", 0) == 0, "patterns match");
+  static_assert(kCmpNoWildcards == 0x10 && kCmpIgnoreCase == 0x20 && kCmpIgnoreAccents == 0x40);
+  static_assert(kCmpSkipSpaces == 0x80 && kCmpPlainOrders == 0x100 && kCmpSkipSymbols == 0x200);
+  XoStringIterator first("a");
+  XoStringIterator second("b");
+  Expect(CompareOrdersOnly(first, second, 1) < 0, "orders compare");
+  Expect(BinaryCompare("a", "b", 0) < 0 && BinaryWildcardMatch("a?", "ab", -1) == 0, "bytes too");
+  Expect(FindWildcard(1, 1, "ab*", 1, 10, nullptr, 1) == 2, "wildcards are found");
+  Expect(AsteriskOrder() == 159 && QuestionOrder() == 122 && EscapeOrder() == 160, "their orders");
+  XoStringIterator estimated("abc");
+  Expect(StringPrefixEstimate(estimated, 3) > 0 && OrderKey(0, 2) == 0, "prefixes are estimated");
+  XoString name;
+  unsigned char character = 0;
+  unsigned short digit = 0;
+  unsigned short expand = 0;
+  Expect(XoConvertOrderToString(13, 2, name) == 0, "orders have names");
+  Expect(XoConvertOrderToChar(16138, 2, character) == 0 && character == '1', "and characters");
+  Expect(XoExtractDigitFromOrder(16138, digit, expand) == 0 && digit == 1, "and digits");
+  Expect(XoExtractSymbolFromOrder(159, digit) == 0 && digit == 79, "and numbers of symbols");
+  Expect(HashString(1, 1, "a") == HashString(1, 1, "a"), "texts are hashed");
+  Expect(HashXoString(name) != HashXoString7("x"), "and strings");
+  char bytes[8] = {};
+  char* encoded = nullptr;
+  int size = 0;
+  unsigned short wide[4] = {};
+  Expect(XoMultiByte2WChar(wide, "a", 1) == 1 && XoWChar2MultiByte(bytes, L'a') == 1, "UTF-8");
+  Expect(XoMultiByteStr2WCharStr(wide, 4, "ab", 2) == 2, "UTF-8 in units");
+  Expect(XoMBS2XoString("ab", name, 2) == 2 && XoMBSLength(name) == 2, "UTF-8 in strings");
+  Expect(XoMultiByteString2XoString("ab", name, 2) == 2, "by its other name");
+  Expect(XoString2XoMBS(name, bytes, 8) == 2, "and out of them");
+  Expect(XoString2MultiByteString(name, encoded, size) == 2 && size == 3, "with memory of its own");
+  delete[] encoded;
+}
+
 }  // namespace
 
 int main() {
@@ -179,6 +242,8 @@ int main() {
   UseManager();
   UseBaseServices();
   UseLanguages();
+  UseStrings();
+  UseTextFunctions();
   UseIdentity();
   return failures == 0 ? 0 : 1;
 }

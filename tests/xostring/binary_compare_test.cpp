@@ -115,32 +115,38 @@ TEST(BinaryWildcardMatchTest, MatchesALongTextToItsEnd) {
   EXPECT_NE(BinaryWildcardMatch("a*c", text.c_str(), -1), 0);
 }
 
-/// The walk as its rules are told, on the whole text or the first `count` bytes; a star is tried
-/// again from one byte behind the place where it was reached.
+TEST(BinaryWildcardMatchTest, BytesThatAreReadAgainCountAgain) {
+  // Four bytes to the first 'a', that, and three on the way back to it: eight.
+  EXPECT_EQ(BinaryWildcardMatch("*ac", "xxxxab", 8), 0);
+  EXPECT_EQ(BinaryWildcardMatch("*ac", "xxxxab", -1), -97);
+}
+
+/// The walk as its rules are told, on the whole text or for `count` bytes consumed, those that are
+/// consumed again included; a star is tried again from one byte behind the place where it was
+/// reached.
 int MatchByTheRules(std::string const& pattern, std::string const& text, int count) {
   auto const byteOf = [](std::string const& from, std::size_t place) {
     return place < from.size() ? int{static_cast<unsigned char>(from[place])} : 0;
   };
-  auto const usedUp = [count](std::size_t place) {
-    return count >= 0 && place >= static_cast<std::size_t>(count);
-  };
+  int consumed = 0;
+  auto const usedUp = [count, &consumed] { return count >= 0 && consumed >= count; };
   std::size_t atPattern = 0, atText = 0, restart = 0, matched = 0;
   bool starOpen = false, isStar = false;
   for (;;) {
     if (!isStar) {
       if (atPattern == pattern.size() && !starOpen) {
-        return usedUp(atText) ? 0 : byteOf(text, atText) - byteOf(pattern, atPattern);
+        return usedUp() ? 0 : byteOf(text, atText) - byteOf(pattern, atPattern);
       }
-      if (usedUp(atText)) return 0;
+      if (usedUp()) return 0;
       if (byteOf(pattern, atPattern) == '?') {
         if (atText == text.size()) return -1;
-        ++atPattern, ++atText, ++matched;
+        ++atPattern, ++atText, ++matched, ++consumed;
         continue;
       }
       if (byteOf(pattern, atPattern) != '*') {
         if (byteOf(pattern, atPattern) == byteOf(text, atText)) {
           if (atText == text.size()) return 0;
-          ++atPattern, ++atText, ++matched;
+          ++atPattern, ++atText, ++matched, ++consumed;
           continue;
         }
         if (!starOpen || matched == 0) return byteOf(text, atText) - byteOf(pattern, atPattern);
@@ -151,12 +157,13 @@ int MatchByTheRules(std::string const& pattern, std::string const& text, int cou
     starOpen = true;
     matched = 0;
     while (byteOf(pattern, atPattern) == '*') ++atPattern;
-    if (atPattern == pattern.size() || usedUp(atText)) return 0;
+    if (atPattern == pattern.size() || usedUp()) return 0;
     if (atText == text.size()) return -1;
     restart = atText + 1;
     while (byteOf(text, atText) != byteOf(pattern, atPattern)) {
       if (atText == text.size()) return -byteOf(pattern, atPattern);
-      if (usedUp(++atText)) return 0;
+      ++atText, ++consumed;
+      if (usedUp()) return 0;
     }
   }
 }
