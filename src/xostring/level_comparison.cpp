@@ -73,8 +73,9 @@ void LevelComparison::AdvanceOrderSlot(Slot& slot) {
   }
 }
 
-/// Brings both cursors to a significant order or the end. Spaces and symbols on the way are paired
-/// off as they are met; they count at the last level and never as letters.
+/// Brings both cursors to a significant order or the end; behind a star, to the next stop of each.
+/// Spaces and symbols on the way are paired off as they are met; they count at the last level and
+/// never as letters.
 void LevelComparison::Align() {
   pendingDiff = 0;
   AdvanceOrderSlot(slot1);

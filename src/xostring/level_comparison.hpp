@@ -41,8 +41,8 @@ struct WildcardBranch {
   unsigned seen;
 };
 
-/// The state of one comparison. `Run` repeats `Step` until an outcome is there; a step moves both
-/// cursors on to the next significant order, or one wildcard, and takes the differences.
+/// The state of one comparison. `Run` repeats nine small steps until an outcome is there: they move
+/// both cursors on to the next significant order, or one wildcard, and take the differences.
 class LevelComparison {
  public:
   /// `before` are the differences of what stands before the cursors; `count` is the number of
@@ -50,8 +50,8 @@ class LevelComparison {
   LevelComparison(XoStringIterator const& first, XoStringIterator const& second,
                   unsigned short cmpOp, short count, LevelDifferences before = {});
 
-  /// The outcome. `positional`, unless null, receives the difference of letters of each step that
-  /// lies within `count`.
+  /// The outcome. Where spaces are skipped, `positional`, unless null, receives the difference of
+  /// letters of each step that lies within `count`.
   int Run(int* positional);
 
  private:
