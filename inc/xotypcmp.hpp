@@ -22,3 +22,15 @@ XO_EXPORT XCompare O_U8BCompare;     ///< `o_u8b`
 /// All NaNs are equal to one another, and -0 equals +0.
 XO_EXPORT XCompare FloatCompare;   ///< `o_float`
 XO_EXPORT XCompare DoubleCompare;  ///< `o_double`
+
+/// The comparison of strings: records as `StringStore` writes them, older records, and index keys,
+/// by their sort orders as `XoStrCmp` orders them under `cmpOp`, which may make the second operand
+/// a pattern. Result and `status` are told at `XCompare`; the result is that of `XoStrCmp`.
+///
+/// An operand is cut where its length ends more than one byte before the end of its record. What is
+/// there is compared; where that is equal, the operand with more of it is the greater. The status
+/// is `ERR_TM_LENGTH_EXCEEDED` unless the other operand is whole and the shorter one. A cut operand
+/// of 254 bytes of text or more has no answer (`ERR_TM_NOT_SUPPORTED`, -1). Lengths are limits
+/// here: nothing is read behind them, and in memory form they are not looked at. In memory form a
+/// string without any text comes before one with text, whatever the pattern.
+XO_EXPORT XCompare StringCompare;

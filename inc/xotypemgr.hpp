@@ -25,6 +25,7 @@
 #include "xostring.hpp"
 #include "xostringhash.hpp"
 #include "xostringiterator.hpp"
+#include "xostringstore.hpp"
 #include "xotypcmp.hpp"
 #include "xotypes.hpp"
 

@@ -1,4 +1,5 @@
 #include "src/xotypmgr/row_builders.hpp"
+#include "src/xotypmgr/string_row_builders.hpp"
 #include "xotypcmp.hpp"
 #include "xotypes.hpp"
 
@@ -39,7 +40,7 @@ constinit TypeDescriptor intRow = MakeScalarRow<Int>("int", "XoINT_T", "%d");
 constinit TypeDescriptor unsignedRow = MakeScalarRow<Unsigned>("unsigned", "XoUNSIGNED_T", "%u");
 constinit TypeDescriptor enumRow = WithoutGetValue(MakeScalarRow<Int>("enum", "XoENUM_T", "%d"));
 constinit TypeDescriptor byteRow = MakeScalarRow<Byte>("o_u1b", "XoU1B_T", "%c");
-constinit TypeDescriptor stringRow = MakeEmptyRow("XoString", "XoSTRING_T", "%s", 16, 0);
+constinit TypeDescriptor stringRow = MakeStringRow();
 constinit TypeDescriptor dateRow = MakeEmptyRow("XoDate", "XoDATE_T", "%a %e.%b %Y", 4, 1);
 constinit TypeDescriptor timeRow = MakeEmptyRow("XoTime", "XoTIME_T", "%I:%M:%S %p", 3, 1);
 constinit TypeDescriptor blockIdRow = MakeScalarRow<Dword>("BlockId", "XoBLOCKID_T", "#%lu");
@@ -88,7 +89,7 @@ constinit TypeDescriptor nullUnsignedLongLongRow =
 constinit TypeDescriptor illegalRow = MakeEmptyRow("illegal", "XoRES_T", "illegal", 0, 1);
 
 /// The string row of databases of an older generation. All other rows serve both generations.
-constinit TypeDescriptor olderStringRow = MakeEmptyRow("XoString", "XoSTRING_T", "%s", 16, 0);
+constinit TypeDescriptor olderStringRow = MakeOlderStringRow();
 
 }  // namespace
 }  // namespace xo

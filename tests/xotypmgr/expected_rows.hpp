@@ -77,7 +77,11 @@ inline constexpr int kScalarRows[] = {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 14, 42, 
 
 /// The rows with operations of their own. All others answer as the `illegal` row does; whoever
 /// gives one its operations moves it here.
-inline std::set<int> const kBuiltRows(std::begin(kScalarRows), std::end(kScalarRows));
+inline std::set<int> const kBuiltRows = [] {
+  std::set<int> built(std::begin(kScalarRows), std::end(kScalarRows));
+  built.insert(11);
+  return built;
+}();
 
 /// The type id as the operations take it.
 constexpr char Id(int number) { return static_cast<char>(number); }

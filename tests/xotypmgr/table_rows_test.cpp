@@ -79,6 +79,17 @@ TEST(TypeTable, OlderStringRowHasNoNullAndNoNextValue) {
   EXPECT_EQ(older.GetValue, illegal.GetValue);
 }
 
+TEST(TypeTable, OlderStringRowHasItsOwnStoredForm) {
+  TypeDescriptor const& older = *OlderTypeTable[11];
+  TypeDescriptor const& current = *CurrentTypeTable[11];
+  EXPECT_NE(older.Store, current.Store);
+  EXPECT_NE(older.SizeGet, current.SizeGet);
+  EXPECT_NE(older.SizeGetFromMemFile, current.SizeGetFromMemFile);
+  EXPECT_NE(older.Compare, current.Compare);
+  EXPECT_NE(older.Hash, current.Hash);
+  EXPECT_NE(older.Translate, current.Translate);
+}
+
 TEST(TypeDescriptorLayout, SlotsStandInOrder) {
   std::size_t const offsets[] = {
       offsetof(TypeDescriptor, Name),

@@ -1,0 +1,76 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <new>
+
+#include "base/allocation.hpp"
+#include "base/bytes.hpp"
+
+/// Arrays of objects, as rows of a class type make and free them.
+///
+/// A `count` of 0 or 1 is a single element with nothing before it. More have a word ahead of them
+/// that holds their number, and it is that number that `Delete` destroys: of its argument it only
+/// asks on which side of 1 it is.
+namespace xo {
+
+template <class Object>
+struct ObjectArray {
+  static_assert(alignof(Object) <= sizeof(std::uint64_t));
+
+  static void* Create(unsigned count) {
+    if (count <= 1) return ::new (AllocateArray(sizeof(Object))) Object;
+    void* const memory = AllocateArray(kCookie + std::size_t{count} * sizeof(Object));
+    StoreBytes(memory, std::uint64_t{count});
+    Object* const first = Element(Advance(memory, kCookie), 0);
+    for (std::size_t index = 0; index < count; ++index) ::new (first + index) Object;
+    return first;
+  }
+
+  static void* Delete(void* values, unsigned count) {
+    if (values == nullptr) return nullptr;
+    if (count <= 1) {
+      Element(values, 0)->~Object();
+      ReleaseArray(values);
+      return nullptr;
+    }
+    void* const memory = static_cast<unsigned char*>(values) - kCookie;
+    for (std::size_t left = LoadBytes<std::uint64_t>(memory); left != 0; --left) {
+      Element(values, left - 1)->~Object();
+    }
+    ReleaseArray(memory);
+    return nullptr;
+  }
+
+  static void Constructor(void* values, unsigned count, unsigned) {
+    for (std::size_t index = 0; index < count; ++index) ::new (Element(values, index)) Object;
+  }
+
+  static void Destructor(void* values, unsigned count, unsigned) {
+    for (std::size_t index = 0; index < count; ++index) Element(values, index)->~Object();
+  }
+
+  static void Assignment(void* target, void* source, unsigned count, int fill) {
+    for (std::size_t index = 0; index < count; ++index) {
+      *Element(target, index) = *Element(source, fill != 0 ? 0 : index);
+    }
+  }
+
+  static void Copy(void* target, void* source, unsigned count, int fill) {
+    for (std::size_t index = 0; index < count; ++index) {
+      ::new (Element(target, index)) Object(*Element(source, fill != 0 ? 0 : index));
+    }
+  }
+
+  static Object* Element(void* values, std::size_t index) {
+    return static_cast<Object*>(values) + index;
+  }
+  static Object const* Element(void const* values, std::size_t index) {
+    return static_cast<Object const*>(values) + index;
+  }
+
+ private:
+  static constexpr std::size_t kCookie = sizeof(std::uint64_t);
+};
+
+}  // namespace xo

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <cstddef>
+
+#include "xostring.hpp"
+#include "xotypes.hpp"
+
+/// The operations of the string rows: of the current one, and of that for databases of an older
+/// generation, which shares what is not here twice.
+namespace xo {
+
+// Records (string_store.cpp).
+
+/// Writes `count` strings as records with a header, as far as `room` goes. Returns the bytes of all
+/// of them.
+std::size_t StoreStrings(void* target, std::size_t room, XoString const* source,
+                         unsigned char nibble, unsigned count);
+/// Reads `count` records, of which `available` bytes are there, into live strings. What is not
+/// there is missing from the texts. Returns the bytes that the records take.
+std::size_t LoadStrings(XoString* target, void const* source, std::size_t available,
+                        unsigned char format, unsigned count);
+TypeDescriptor::NullSizeGetFunction StringNullSizeGet;
+TypeDescriptor::SizeGetFromMemFileFunction StringSizeGetFromMemFile;
+
+// The general form (string_translate.cpp).
+
+TypeDescriptor::TranslateFunction StringTranslate;
+
+// Index keys (string_key.cpp).
+
+/// Makes `count` keys of strings in memory or of stored text, of which `available` bytes are there.
+/// Returns the bytes written, at most `room`.
+unsigned BuildKeys(void* target, unsigned char targetFormat, unsigned room, void const* source,
+                   unsigned char sourceFormat, std::size_t available, unsigned count);
+TypeDescriptor::GetValueFunction StringGetValue;
+
+// Objects and hashes (string_objects.cpp).
+
+TypeDescriptor::HashFunction StringHash;
+TypeDescriptor::HashFunction OlderStringHash;
+TypeDescriptor::NullFunction StringIsNull;
+TypeDescriptor::NullFunction StringSetNull;
+TypeDescriptor::DefaultValueFunction StringDefaultValue;
+
+// The older generation (older_string.cpp).
+
+TypeDescriptor::StoreFunction OlderStringStore;
+TypeDescriptor::SizeGetFunction OlderStringSizeGet;
+TypeDescriptor::SizeGetFromMemFileFunction OlderStringSizeGetFromMemFile;
+TypeDescriptor::TranslateFunction OlderStringTranslate;
+
+}  // namespace xo

@@ -1,0 +1,55 @@
+#pragma once
+
+#include "src/xotypcmp/string_rows.hpp"
+#include "src/xotypes/object_array.hpp"
+#include "src/xotypes/string_rows.hpp"
+#include "src/xotypmgr/row_builders.hpp"
+#include "xostringstore.hpp"
+#include "xotypcmp.hpp"
+
+/// How the string rows are put together.
+namespace xo {
+
+/// What the string rows of both generations have in common.
+constexpr TypeDescriptor MakeCommonStringRow() {
+  using Objects = ObjectArray<XoString>;
+  auto row = MakeEmptyRow("XoString", "XoSTRING_T", "%s", sizeof(XoString), 0);
+  row.Create = Objects::Create;
+  row.Delete = Objects::Delete;
+  row.Load = StringLoad;
+  row.NullSizeGet = StringNullSizeGet;
+  row.Constructor = Objects::Constructor;
+  row.Destructor = Objects::Destructor;
+  row.Assignment = Objects::Assignment;
+  row.Copy = Objects::Copy;
+  row.DefaultValue = StringDefaultValue;
+  return row;
+}
+
+constexpr TypeDescriptor MakeStringRow() {
+  auto row = MakeCommonStringRow();
+  row.Store = StringStore;
+  row.SizeGet = StringSizeGet;
+  row.SizeGetFromMemFile = StringSizeGetFromMemFile;
+  row.Compare = StringCompare;
+  row.Hash = StringHash;
+  row.Translate = StringTranslate;
+  row.IsNull = StringIsNull;
+  row.SetNull = StringSetNull;
+  row.GetValue = StringGetValue;
+  return row;
+}
+
+/// Strings of an older generation have no null value and cannot be stepped.
+constexpr TypeDescriptor MakeOlderStringRow() {
+  auto row = MakeCommonStringRow();
+  row.Store = OlderStringStore;
+  row.SizeGet = OlderStringSizeGet;
+  row.SizeGetFromMemFile = OlderStringSizeGetFromMemFile;
+  row.Compare = OlderStringCompare;
+  row.Hash = OlderStringHash;
+  row.Translate = OlderStringTranslate;
+  return row;
+}
+
+}  // namespace xo
