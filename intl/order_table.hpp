@@ -132,13 +132,50 @@ class XO_EXPORT CharOrderEntry {
   unsigned short links;
 };
 
+/// What mostly settles a comparison at a character, in one word: the letter that its orders begin
+/// with, and flags that tell in which languages this is all that counts. It is worked out from the
+/// entries, their variants and their contractions, and says nothing that they do not.
+class XO_EXPORT LetterHead {
+ public:
+  // Not explicit: a table is a list of such words.
+  constexpr LetterHead(unsigned bits_) : bits(bits_) {}
+
+  /// The letter with the group of its script above it: what two texts compare by where they first
+  /// differ. 0 for the end of the text, which comes before all letters, and for what is no letter.
+  unsigned Letter() const { return bits & 0xFFFF; }
+  /// Whether that depends on more than the characters themselves, or may: for what is no letter,
+  /// what some language takes for another one, what may be another one together with the character
+  /// behind it, and what may belong to the character before it. `variantFlag` is that of the
+  /// language's record, 0 without a record. The bits of two heads can be asked together.
+  bool IsUnsettled(unsigned char variantFlag) const { return (bits & Parts(variantFlag)) != 0; }
+  /// Whether more than one letter may begin here: orders may follow, or the character behind may
+  /// belong to this one and is no mark. Of heads that are settled; they can be asked together.
+  bool MayBeMore(unsigned char variantFlag) const { return (bits & Parts(variantFlag) >> 8) != 0; }
+  /// Whether this is one space or symbol in every language, and nothing contracts with it.
+  bool IsIgnorable() const { return (bits & kIgnorable) != 0; }
+
+  friend constexpr LetterHead operator|(LetterHead a, LetterHead b) { return a.bits | b.bits; }
+
+ private:
+  static constexpr unsigned kIgnorable = 1U << 25;
+  /// The flags of what holds in all languages and of what holds in some of a variant flag.
+  static constexpr unsigned Parts(unsigned char variantFlag) { return (1U | variantFlag) << 24; }
+
+  unsigned bits;
+};
+
 /// The sort orders of a code set.
 class XO_EXPORT OrderTable {
  public:
   /// A table of one entry for each code (`blocks` null, 256 entries), or of blocks of 64 entries
-  /// which `blocks` names for all 65536 codes.
-  constexpr OrderTable(CharOrderEntry const* entries_, unsigned char const* blocks_)
-      : entries(entries_), blocks(blocks_) {}
+  /// which `blocks` names for all 65536 codes; with the letter heads of the first codes.
+  constexpr OrderTable(CharOrderEntry const* entries_, unsigned char const* blocks_,
+                       LetterHead const* heads_)
+      : entries(entries_), blocks(blocks_), heads(heads_) {}
+
+  /// Number of codes with a letter head in a table of a 16-bit set: the alphabets of Europe and
+  /// their neighbours, in a table that a processor keeps at hand. An 8-bit set has one for each.
+  static constexpr unsigned kWideHeads = 0x800;
 
   /// The entry of a character, which is a code of the table's code set; null where it has none.
   /// Every code below 512 has one. Of those from 256 on an 8-bit set looks at the low byte; codes
@@ -164,10 +201,14 @@ class XO_EXPORT OrderTable {
     return entries + (std::size_t{blocks[code >> 6]} << 6) + (code & 63);
   }
 
+  /// The letter heads, by code.
+  LetterHead const* Heads() const { return heads; }
+
   /// The first entry of the table, which says where it lies among all entries.
   CharOrderEntry const* FirstEntry() const { return entries; }
 
  private:
   CharOrderEntry const* entries;
   unsigned char const* blocks;
+  LetterHead const* heads;
 };

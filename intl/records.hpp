@@ -12,10 +12,18 @@ inline constexpr unsigned char kNativeCodeSet = 15;  // windows-1252
 inline constexpr unsigned char kNativeCodeSet = 1;  // ISO 8859-1
 #endif
 
+/// In `kCodeSetPlaces`: no code set has this number.
+inline constexpr unsigned char kNoCodeSetPlace = 255;
+
 inline XoCodeSet const* FindCodeSet(unsigned char codeSet) {
-  constexpr unsigned char kNoPlace = 255;
   unsigned char const place = kCodeSetPlaces[codeSet != 0 ? codeSet : kNativeCodeSet];
-  return place != kNoPlace ? &kCodeSets[place] : nullptr;
+  return place != kNoCodeSetPlace ? &kCodeSets[place] : nullptr;
+}
+
+/// The order table of a code set; null where it has none of its own, and for number 0.
+inline OrderTable const* FindOrderTable(unsigned char codeSet) {
+  unsigned char const place = kCodeSetPlaces[codeSet];
+  return place != kNoCodeSetPlace ? kCodeSets[place].orderTable : nullptr;
 }
 
 inline XoLanguage const* FindLanguage(unsigned char language) {

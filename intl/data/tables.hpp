@@ -36,6 +36,9 @@ extern CharOrderEntry const kOrderEntries[];
 extern unsigned const kOrderEntryCount;
 extern unsigned const kUnicodeEntries;
 extern unsigned char const kUnicodeBlocks[1024];
+/// The heads of the 8-bit tables, 256 for each, and of the first codes of Unicode. They follow from
+/// the other tables, so the fingerprint leaves them out.
+extern LetterHead const kLetterHeads[];
 extern XoWCharList const kOrderExpansions[];
 extern unsigned const kOrderExpansionCount;
 extern unsigned const kOrderLinkCount;

@@ -73,6 +73,8 @@ def order_source(tables):
                        ("{" + ",".join(str(value) for value in entry) + "}"
                         for entry in tables.entries)))
     parts.append(count("kOrderEntryCount", len(tables.entries)))
+    parts.append(array("LetterHead const kLetterHeads[]",
+                       (f"{head:#x}" for head in tables.heads)))
     parts.append(count("kUnicodeEntries", tables.unicode_start))
     parts.append(array("unsigned char const kUnicodeBlocks[1024]", numbers(tables.blocks)))
     parts.append(array("XoWCharList const kOrderExpansions[]",
@@ -180,7 +182,8 @@ class CodeSetData:
             orders = "nullptr"
             if start != NONE:
                 blocks = "kUnicodeBlocks" if number == 253 else "nullptr"
-                tables.append(f"  {{kOrderEntries + {start}, {blocks}}},")
+                tables.append(
+                    f"  {{kOrderEntries + {start}, {blocks}, kLetterHeads + {start}}},")
                 orders = f"&kOrderTables[{len(tables) - 1}]"
             own = "nullptr" if place == NONE else f"&kCodeSetTables[{place}]"
             records.append(f'  {{{number}, "{names[number]}", {orders}, {own}}},')

@@ -109,6 +109,7 @@ def sources_of(tables):
         "code_set_data.cpp": "\n".join([
             "// The bounds let addresses of elements be constants.",
             f"XO_EXPORT extern CharOrderEntry const kOrderEntries[{len(orders.entries)}];",
+            f"extern LetterHead const kLetterHeads[{len(orders.heads)}];",
             f"extern CodeSetTables const kCodeSetTables[{len(sets.tables)}];", "",
             "namespace {", "",
             "constinit OrderTable const kOrderTables[] = {", *order_tables, "};", "",

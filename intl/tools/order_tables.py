@@ -2,7 +2,7 @@
 
 import collections
 
-from order_layout import UNDEFINED
+from order_layout import FIRST_DIGIT, FIRST_LETTER, UNDEFINED
 from spelling import compose, equivalents, spellings
 
 BLOCK = 64
@@ -13,6 +13,15 @@ MARKS = range(0x300, 0x370)
 # English has a part of its own.
 ENGLISH, ENGLISH_PART = 1, 16
 PARTS = [(60, 32), (160, 64), (0x10000, 128)]
+ROOT_PART = 1
+
+# Letter heads: a letter with its group in the low bits, and above them a flag for each part of the
+# languages, where the head does not settle what the letter compares as, and where the character may
+# be more than its letter.
+HEADS_OF_UNICODE = 0x800
+UNSETTLED, MORE, IGNORABLE = 24, 16, 1 << 25
+ALL_PARTS = ROOT_PART | ENGLISH_PART | sum(part for _, part in PARTS)
+NO_HEAD = ALL_PARTS << UNSETTLED
 
 Entry = collections.namedtuple("Entry", "order group flags expansion links")
 # The flag sends the place of a missing entry down the slow way, where it is noticed.
@@ -88,6 +97,32 @@ class Texts:
                 (code, self.node(text + (code,))) for code in sorted(following))
                 if following else ())
         return self.nodes[text]
+
+
+def letter_of(orders):
+    """The letter that orders begin with, below the group of its script; None for anything else."""
+    first = orders.values[0]
+    is_letter = orders.group and FIRST_LETTER <= first < 2 * FIRST_LETTER
+    return orders.group << 7 | first & 0x7F if is_letter else None
+
+
+def begins_with(node, letter):
+    """Whether a node's orders begin with a letter whatever contracts with its character."""
+    orders, following = node
+    return letter_of(orders) == letter and all(begins_with(after, letter) for _, after in following)
+
+
+def is_one_letter(node):
+    """Whether a node has no further orders, and contracts with nothing but marks."""
+    orders, following = node
+    return len(orders.values) == 1 and all(code in MARKS for code, _ in following)
+
+
+def continuing(node):
+    """The characters that contractions of a node go on with."""
+    for code, after in node[1]:
+        yield code
+        yield from continuing(after)
 
 
 class OrderTables:
@@ -177,21 +212,57 @@ class OrderTables:
             for code in codes:
                 pending.append((len(self.entries), code, None))
                 self.entries.append(None)
+        self.heads = [NO_HEAD] * (self.unicode_start + HEADS_OF_UNICODE)
+        following = {}
         for place, character, back in pending:
-            self.entries[place] = self._character(character, back)
+            code = place % 256 if back is not None else character
+            start = place - code if back is not None else self.unicode_start
+            head, entry = self._character(character, back, following.setdefault(start, {}))
+            self.entries[place] = entry
+            if start + code < len(self.heads):
+                self.heads[start + code] = head if code else 0
+        for start, parts in following.items():
+            for code, part in parts.items():
+                if start + code < len(self.heads):
+                    self.heads[start + code] = self.heads[start + code] & ~IGNORABLE | (
+                        part << UNSETTLED)
         assert len(self.entries) < 0x10000 and max(self.blocks) < 0x100
 
-    def _character(self, character, back):
+    def _character(self, character, back, following):
+        """The letter head and the entry of a character. `following` takes the characters that go on
+        with a contraction of it, with the parts of the languages that have it."""
         root = self.root.node((character,)) if character is not None else (None, ())
         if root[0] is None:
-            return ABSENT if back is None else Entry(UNDEFINED, 0, 0, 0, 0)
+            return NO_HEAD, ABSENT if back is None else Entry(UNDEFINED, 0, 0, 0, 0)
         kept = self._restrict(root, back)
         variants = []
         for number, node in sorted(self.variants.get(character, {}).items()):
             node = self._restrict(node, back)
             if node != kept:
-                variants.append((number, self._extra(node)))
-        return self._entry(kept, variants)
+                variants.append((number, node))
+        parts = [(ROOT_PART, kept)]
+        parts += [(self.variant_flags[number], node) for number, node in variants]
+        for part, node in parts:
+            for code in continuing(node):
+                following[code] = following.get(code, 0) | part
+        entry = self._entry(kept, [(number, self._extra(node)) for number, node in variants])
+        return self._head(parts), entry
+
+    def _head(self, parts):
+        """The letter head of a character with a node for each part of the languages."""
+        root = parts[0][1]
+        letter = letter_of(root[0])
+        if letter is None:
+            ignorable = parts == [(ROOT_PART, root)] and not root[1] and (
+                len(root[0].values) == 1 and root[0].values[0] < FIRST_DIGIT)
+            return NO_HEAD | (IGNORABLE if ignorable else 0)
+        head = letter
+        for part, node in parts:
+            if not begins_with(node, letter):
+                head |= part << UNSETTLED
+            if not is_one_letter(node):
+                head |= part << MORE
+        return head
 
     def _restrict(self, node, back):
         """A node with what a code set can write, in the codes of the set."""
