@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -10,9 +11,10 @@
 #include "src/xostring/order_reader.hpp"
 
 /// The fast lane of text comparison, for two texts of one code set and language and no pattern. It
-/// passes over units that are the same on both sides, and reads characters that are one sort order
-/// each, with neither contraction nor expansion, straight from the table. Where it meets anything
-/// else it leaves off, and the general comparison takes over from there.
+/// passes over units that are the same on both sides, and is done where the first that differ are
+/// two letters. Where that leaves texts open it reads characters that are one sort order each, with
+/// neither contraction nor expansion, straight from the table. Where it meets anything else it
+/// leaves off, and the general comparison takes over from there.
 namespace xo {
 
 /// At which level an order is compared.
@@ -45,6 +47,7 @@ struct NarrowUnits {
   }
   static bool IsMark(unsigned short) { return false; }
   static bool IsMarkAt(char const*) { return false; }
+  static bool HaveHeads(unsigned) { return true; }
 };
 
 /// Two bytes a character, in the machine's order.
@@ -61,10 +64,12 @@ struct WideUnits {
   }
   static bool IsMark(unsigned short code) { return CharOrderEntry::IsMark(code); }
   static bool IsMarkAt(char const* text) { return IsMark(Get(text)); }
+  /// Whether two codes, given as the bits of both, have letter heads.
+  static bool HaveHeads(unsigned codes) {
+    static_assert(std::has_single_bit(OrderTable::kWideHeads));
+    return codes < OrderTable::kWideHeads;
+  }
 };
-
-/// Stands for a difference of letters where there are none.
-inline constexpr int kNotLetters = std::numeric_limits<int>::min();
 
 /// Reads characters of one code set in one language from its order table, as long as each is one
 /// sort order.
@@ -110,31 +115,6 @@ struct PlainReader {
   unsigned Key(CharOrderEntry const* entry) const {
     return entry != nullptr ? KeyOf(entry->order, Group(entry)) : 0;
   }
-  /// The difference of two plain letters, or of one and the end, which has the code 0;
-  /// `kNotLetters` for anything else.
-  int DifferenceOfLetters(unsigned short code1, char const* next1, unsigned short code2,
-                          char const* next2) const {
-    // Letters carry their group, so that it stands above the letter in a head as in a key.
-    constexpr unsigned kGroupAndLetter = 0x00FF407F;
-    if (code1 == 0 || code2 == 0) {
-      unsigned short const code = code1 != 0 ? code1 : code2;
-      char const* const next = code1 != 0 ? next1 : next2;
-      CharOrderEntry const* const entry = Units::Find(table, code);
-      bool const isPlain = (entry->Head() & CharOrderEntry::NotPlain(variants)) == 0 &&
-                           (entry->order & kFirstLetterOrder) != 0 && !MarkFollows(entry, next);
-      return isPlain ? (code1 != 0 ? 1 : -1) : kNotLetters;
-    }
-    CharOrderEntry const* const entry1 = Units::Find(table, code1);
-    CharOrderEntry const* const entry2 = Units::Find(table, code2);
-    unsigned const head1 = entry1->Head();
-    unsigned const head2 = entry2->Head();
-    if (((head1 | head2) & CharOrderEntry::NotPlain(variants)) != 0 ||
-        (head1 & head2 & kFirstLetterOrder) == 0 || MarkFollows(entry1, next1) ||
-        MarkFollows(entry2, next2)) {
-      return kNotLetters;
-    }
-    return Difference(head1 & kGroupAndLetter, head2 & kGroupAndLetter);
-  }
 
   /// The flags of the last characters of a run that two texts have in common, one in each byte.
   using RecentFlags = std::uint64_t;
@@ -166,11 +146,6 @@ struct PlainReader {
   }
 
  private:
-  /// Whether a mark that may belong to a character stands behind it.
-  static bool MarkFollows(CharOrderEntry const* entry, char const* next) {
-    return entry->HasContractions() && Units::IsMarkAt(next);
-  }
-
   static bool Contracts(CharOrderEntry const* entry, char const* next) {
     return entry->HasContractions() && entry->Contraction(Units::Get(next)) != nullptr;
   }
@@ -214,29 +189,111 @@ struct PlainReader {
   }
 };
 
+/// Number of leading bytes that two blocks of a size have in common.
+inline std::size_t CommonBytes(char const* block1, char const* block2, std::size_t size) {
+  std::size_t same = 0;
+  auto const skip = [&](std::size_t part) {
+    while (size - same >= part && std::memcmp(block1 + same, block2 + same, part) == 0) {
+      same += part;
+    }
+  };
+  skip(512);
+  skip(256);
+  // Most blocks have all of the rest in common, too.
+  std::size_t const rest = size - same;
+  if (rest < 256 && std::memcmp(block1 + same, block2 + same, rest) == 0) return size;
+  skip(128);
+  skip(64);
+  using Word = std::uint64_t;
+  for (; size - same >= sizeof(Word); same += sizeof(Word)) {
+    Word const differing = LoadBytes<Word>(block1 + same) ^ LoadBytes<Word>(block2 + same);
+    // The first byte is the lowest one of a word.
+    if (differing != 0) return same + static_cast<std::size_t>(std::countr_zero(differing)) / 8;
+  }
+  while (same < size && block1[same] == block2[same]) ++same;
+  return same;
+}
+
 /// Number of bytes that two texts have in common from here on, before the end.
 template <class Units>
 [[gnu::noinline]] std::size_t LongEqualRun(char const* text1, char const* text2) {
   // Measured and compared in windows: what differs soon costs no look at all the rest.
   constexpr std::size_t kWindow = 4096;
   std::size_t run = 0;
-  for (std::size_t same = kWindow; same == kWindow; run += same) {
+  for (;;) {
     char const* const place1 = text1 + run;
     char const* const place2 = text2 + run;
-    constexpr std::size_t kUnits = kWindow / Units::kSize;
-    std::size_t const end = Units::kSize * std::min(TextLength(Units::kCodeSet, place1, kUnits),
-                                                    TextLength(Units::kCodeSet, place2, kUnits));
-    same = end;
-    if (std::memcmp(place1, place2, end) == 0) continue;
-    same = 0;
-    for (std::size_t const block : {std::size_t{256}, std::size_t{64}}) {
-      while (end - same >= block && std::memcmp(place1 + same, place2 + same, block) == 0) {
-        same += block;
-      }
-    }
-    while (Units::Get(place1 + same) == Units::Get(place2 + same)) same += Units::kSize;
+    std::size_t const units1 = TextLength(Units::kCodeSet, place1, kWindow / Units::kSize);
+    std::size_t const units2 = TextLength(Units::kCodeSet, place2, units1);
+    std::size_t const same = CommonBytes(place1, place2, units2 * Units::kSize);
+    run += same - same % Units::kSize;
+    if (same != kWindow) return run;
   }
-  return run;
+}
+
+/// The outcome of texts that differ first in two characters, if these are different letters
+/// whatever stands around them; 0 where that is not so, or not sure. The code of the end is 0.
+/// `heads` are those of the code set, `variants` is the variant flag of the language.
+template <class Units>
+int DifferenceOfLetters(LetterHead const* heads, unsigned char variants, unsigned short code1,
+                        unsigned short code2) {
+  if (!Units::HaveHeads(unsigned{code1} | code2)) return 0;
+  LetterHead const head1 = heads[code1];
+  LetterHead const head2 = heads[code2];
+  // No contraction of what is the same before them reaches either: it would be unsettled then.
+  if ((head1 | head2).IsUnsettled(variants)) return 0;
+  return static_cast<int>(head1.Letter()) - static_cast<int>(head2.Letter());
+}
+
+/// Beyond this many bytes that two texts have in common it pays to measure the texts.
+template <class Units>
+inline constexpr std::size_t kFar = 16 * Units::kSize;
+
+/// Stands for the outcome of texts that letters alone do not settle.
+inline constexpr int kUnsettled = std::numeric_limits<int>::min();
+
+/// Compares two texts by the first difference of their letters, which outweighs all others;
+/// `kUnsettled` where there is none, unless the texts are the same, or where a head does not tell
+/// what its character compares as. `same` leading bytes, up to `kFar`, are the same on both sides.
+/// Inline, since it stands in one place for each width.
+template <class Units>
+[[gnu::always_inline]] inline int CompareLetters(LetterHead const* heads, unsigned char variants,
+                                                 char const* text1, char const* text2,
+                                                 std::size_t same) {
+  for (bool isStart = true;; isStart = false, same = 0) {
+    unsigned short code1 = 0;
+    unsigned short code2 = 0;
+    for (;; same += Units::kSize) {
+      if (same == kFar<Units>) same += LongEqualRun<Units>(text1 + same, text2 + same);
+      code1 = Units::Get(text1 + same);
+      code2 = Units::Get(text2 + same);
+      if (code1 != code2) break;
+      if (code1 == 0) return isStart ? 0 : kUnsettled;
+    }
+    int const letters = DifferenceOfLetters<Units>(heads, variants, code1, code2);
+    if (letters != 0) return letters;
+    if (!Units::HaveHeads(unsigned{code1} | code2)) return kUnsettled;
+    LetterHead const head1 = heads[code1];
+    LetterHead const head2 = heads[code2];
+    text1 += same;
+    text2 += same;
+    if (!(head1 | head2).IsUnsettled(variants)) {
+      // The same letter: accents or case differ, which matters if no letters do.
+      text1 += Units::kSize;
+      text2 += Units::kSize;
+      if ((head1 | head2).MayBeMore(variants) || Units::IsMarkAt(text1) || Units::IsMarkAt(text2)) {
+        return kUnsettled;
+      }
+      continue;
+    }
+    // Spaces and symbols do not count among letters, whether or not they do after them.
+    bool const skips1 = head1.IsIgnorable();
+    bool const skips2 = head2.IsIgnorable();
+    if (!skips1 && head1.IsUnsettled(variants)) return kUnsettled;
+    if (!skips2 && head2.IsUnsettled(variants)) return kUnsettled;
+    if (skips1) text1 += Units::kSize;
+    if (skips2) text2 += Units::kSize;
+  }
 }
 
 /// How a comparison in the fast lane ended.
@@ -250,34 +307,6 @@ struct LaneResult {
   LevelDifferences before{};
 };
 
-/// The first difference of letters of two texts that are the same before it but for accents and
-/// case; 0 where there is none, where it is far, or where anything else than plain letters differs.
-/// Inline and without a state, as it settles most comparisons: such a difference outweighs what
-/// stands before it.
-template <class Units>
-[[gnu::always_inline]] inline int FirstDifferenceOfLetters(PlainReader<Units> const& reader,
-                                                           char const* text1, char const* text2) {
-  constexpr std::size_t kFar = 12 * Units::kSize;
-  for (;;) {
-    typename PlainReader<Units>::RecentFlags recent = 0;
-    std::size_t same = 0;
-    unsigned short code1 = Units::Get(text1);
-    unsigned short code2 = Units::Get(text2);
-    while (code1 == code2) {
-      if (code1 == 0 || same == kFar) return 0;
-      recent = reader.Follow(recent, code1);
-      same += Units::kSize;
-      code1 = Units::Get(text1 + same);
-      code2 = Units::Get(text2 + same);
-    }
-    if (reader.ContractionReach(recent, text1, text2, same, code1, code2) != 0) return 0;
-    text1 += same + Units::kSize;
-    text2 += same + Units::kSize;
-    int const letters = reader.DifferenceOfLetters(code1, text1, code2, text2);
-    if (letters != 0) return letters != kNotLetters ? letters : 0;
-  }
-}
-
 /// Compares two texts in levels as far as it can, up to `limit` orders of each where `kCounted`.
 /// Each round passes over what is the same on both sides and takes what differs there: digits and
 /// letters as a step of the general comparison, of spaces and symbols those that stand on one side,
@@ -285,7 +314,7 @@ template <class Units>
 template <bool kCounted, class Units>
 LaneResult RunPlainLane(PlainReader<Units> const& reader, char const* text1, char const* text2,
                         unsigned short cmpOp, [[maybe_unused]] unsigned limit) {
-  constexpr std::size_t kFar = 4 * Units::kSize;
+  constexpr std::size_t kNear = 4 * Units::kSize;
   LevelDifferences differences;
   [[maybe_unused]] unsigned seen1 = 0;
   [[maybe_unused]] unsigned seen2 = 0;
@@ -310,7 +339,7 @@ LaneResult RunPlainLane(PlainReader<Units> const& reader, char const* text1, cha
       }
       recent = reader.Follow(recent, code1);
       same += Units::kSize;
-      if (!kCounted && same == kFar) {
+      if (!kCounted && same == kNear) {
         same += LongEqualRun<Units>(text1 + same, text2 + same);
         // Any of the last characters may have any flag.
         recent = ~typename PlainReader<Units>::RecentFlags{0};

@@ -76,25 +76,36 @@ template <class Units>
                         FormLittle, nullptr);
   }
   PlainReader<Units> const reader(*record, language);
-  if ((cmpOp & kCmpPlainOrders) == 0) {
-    int letters = 0;
-    if (count == -1) {
-      letters = FirstDifferenceOfLetters(reader, text1, text2);
-    } else {
-      // No more than the first order of each side is sure to count.
-      letters = reader.DifferenceOfLetters(Units::Get(text1), text1 + Units::kSize,
-                                           Units::Get(text2), text2 + Units::kSize);
-    }
-    if (letters != 0 && letters != kNotLetters) return letters;
+  if (count != -1 && (cmpOp & kCmpPlainOrders) == 0) {
+    // No more than the first order of each side is sure to count.
+    int const letters = DifferenceOfLetters<Units>(record->orderTable->Heads(), reader.variants,
+                                                   Units::Get(text1), Units::Get(text2));
+    if (letters != 0) return letters;
   }
   return CompareInLane(reader, text1, text2, cmpOp, count);
 }
 
-/// `XoStrCmp` for everything.
+/// Whether the fast lane may be taken: both texts are of one language and code set, which are given
+/// as such, there is no pattern, and nobody asks for the position.
+bool AreAlike(unsigned char codeSet1, unsigned char language1, char const* text1,
+              unsigned char codeSet2, unsigned char language2, char const* text2,
+              unsigned short cmpOp, unsigned char byteOrder, int const* positional) {
+  return codeSet1 == codeSet2 && language1 == language2 && (cmpOp & kNoPattern) != 0 &&
+         codeSet1 != kNoCodeSet && codeSet1 < kSortOrderSet && language1 < kNullLanguage &&
+         text1 != nullptr && text2 != nullptr && byteOrder != FormBig && positional == nullptr;
+}
+
+/// `XoStrCmp` for everything that letters alone do not settle.
 [[gnu::noinline]] int CompareAny(unsigned char codeSet1, unsigned char language1, char const* text1,
                                  unsigned char codeSet2, unsigned char language2, char const* text2,
                                  unsigned short cmpOp, short count, unsigned char byteOrder,
                                  int* positional) {
+  if (count != 0 && AreAlike(codeSet1, language1, text1, codeSet2, language2, text2, cmpOp,
+                             byteOrder, positional)) {
+    return IsWide(codeSet1)
+               ? CompareAlike<WideUnits>(codeSet1, language1, text1, text2, cmpOp, count)
+               : CompareAlike<NarrowUnits>(codeSet1, language1, text1, text2, cmpOp, count);
+  }
   bool const null1 = IsNullText(codeSet1, language1);
   bool const null2 = IsNullText(codeSet2, language2);
   bool const noPattern = (cmpOp & kNoPattern) != 0;
@@ -111,14 +122,48 @@ template <class Units>
                       byteOrder, positional);
 }
 
-/// Whether the fast lane may be taken: both texts are of one language and code set, which are given
-/// as such, there is no pattern, and nobody asks for the position.
-bool AreAlike(unsigned char codeSet1, unsigned char language1, char const* text1,
-              unsigned char codeSet2, unsigned char language2, char const* text2,
-              unsigned short cmpOp, unsigned char byteOrder, int const* positional) {
-  return codeSet1 == codeSet2 && language1 == language2 && (cmpOp & kNoPattern) != 0 &&
-         codeSet1 != kNoCodeSet && codeSet1 < kSortOrderSet && language1 < kNullLanguage &&
-         text1 != nullptr && text2 != nullptr && byteOrder != FormBig && positional == nullptr;
+/// Compares two whole texts of one code set and language that their first difference does not
+/// settle, or is not known of. `same` leading bytes, up to `kFar`, are the same on both sides.
+template <class Units>
+[[gnu::noinline]] int CompareFurther(unsigned char codeSet, unsigned char language,
+                                     char const* text1, char const* text2, unsigned short cmpOp,
+                                     std::size_t same) {
+  OrderTable const* const table = intl::FindOrderTable(codeSet);
+  XoLanguage const* const record = intl::FindLanguage(language);
+  if (table != nullptr && record != nullptr) {
+    int const letters =
+        CompareLetters<Units>(table->Heads(), record->variantFlag, text1, text2, same);
+    if (letters != kUnsettled) return letters;
+  }
+  return CompareAny(codeSet, language, text1, codeSet, language, text2, cmpOp, -1, FormLittle,
+                    nullptr);
+}
+
+/// Compares two whole texts of one code set and language, without a pattern. Words mostly differ in
+/// a letter soon: that is settled here without a call, so that nothing has to be kept in memory.
+template <class Units>
+[[gnu::noinline]] int CompareWhole(unsigned char codeSet, unsigned char language, char const* text1,
+                                   char const* text2, unsigned short cmpOp) {
+  OrderTable const* const table = intl::FindOrderTable(codeSet);
+  XoLanguage const* const record = intl::FindLanguage(language);
+  if (table == nullptr || record == nullptr) {
+    return CompareFurther<Units>(codeSet, language, text1, text2, cmpOp, 0);
+  }
+  std::size_t same = 0;
+  unsigned short code1 = Units::Get(text1);
+  unsigned short code2 = Units::Get(text2);
+  while (code1 == code2) {
+    if (code1 == 0) return 0;
+    same += Units::kSize;
+    if (same == kFar<Units>) {
+      return CompareFurther<Units>(codeSet, language, text1, text2, cmpOp, same);
+    }
+    code1 = Units::Get(text1 + same);
+    code2 = Units::Get(text2 + same);
+  }
+  int const letters = DifferenceOfLetters<Units>(table->Heads(), record->variantFlag, code1, code2);
+  if (letters != 0) return letters;
+  return CompareFurther<Units>(codeSet, language, text1, text2, cmpOp, same);
 }
 
 }  // namespace
@@ -126,11 +171,11 @@ bool AreAlike(unsigned char codeSet1, unsigned char language1, char const* text1
 int XoStrCmp(unsigned char codeSet1, unsigned char language1, char const* text1,
              unsigned char codeSet2, unsigned char language2, char const* text2,
              unsigned short cmpOp, short count, unsigned char byteOrder, int* positional) {
-  if (count != 0 && AreAlike(codeSet1, language1, text1, codeSet2, language2, text2, cmpOp,
-                             byteOrder, positional)) {
-    return IsWide(codeSet1)
-               ? CompareAlike<WideUnits>(codeSet1, language1, text1, text2, cmpOp, count)
-               : CompareAlike<NarrowUnits>(codeSet1, language1, text1, text2, cmpOp, count);
+  if (codeSet1 == codeSet2 && language1 == language2 && text1 != nullptr && text2 != nullptr &&
+      (cmpOp & kNoPattern) == kCmpNoWildcards && count == -1 && byteOrder != FormBig &&
+      positional == nullptr) {
+    return IsWide(codeSet1) ? CompareWhole<WideUnits>(codeSet1, language1, text1, text2, cmpOp)
+                            : CompareWhole<NarrowUnits>(codeSet1, language1, text1, text2, cmpOp);
   }
   return CompareAny(codeSet1, language1, text1, codeSet2, language2, text2, cmpOp, count, byteOrder,
                     positional);

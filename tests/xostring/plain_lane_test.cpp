@@ -121,6 +121,103 @@ TEST_F(PlainLane, GivesWhatTheGeneralComparisonGivesAroundContractions) {
   }
 }
 
+/// Words as they are written, in their language and others: letters, with their digraphs, ligatures
+/// and accents, capitals in front, and hyphens and apostrophes between.
+TEST_F(PlainLane, GivesWhatTheGeneralComparisonGivesOnWords) {
+  struct Alphabet {
+    unsigned char language;
+    unsigned char narrow;
+    std::u16string_view letters;
+  };
+  static constexpr Alphabet kAlphabets[] = {
+      {1, 1, u"abcdefghijklmnopqrstuvwxyzée'-. "},
+      {2, 1, u"abcdefghiklmnoprstuwzäöüß-"},
+      {3, 15, u"aäeoöuüsßbch-"},
+      {6, 11, u"abcdelmnoprstuvéèêëàâçîïôùûœæ'-"},
+      {7, 1, u"abcdelnñorstuyáéíóúüch"},
+      {8, 1, u"cchllñlrrabo·"},
+      {9, 15, u"l·laecçx"},
+      {14, 1, u"aabekrsøæåüä-"},
+      {20, 15, u"cchddffngllphrhrthwyaŵŷ"},
+      {21, 2, u"aąbcćdeęlłnńoósśzźż"},
+      {22, 13, u"aácčdďeéěchnňrřsštťuůzž"},
+      {24, 2, u"acscdzdzsgylynytyszszsoóöőuúüű"},
+      {26, 13, u"dždžljnjčćšđab"},
+      {30, 1, u"çdhëgjllnjrrshthxhzhqx"},
+      {31, 9, u"cçgğıiosşuüIİ"},
+      {33, 10, u"aācčeēgģiīkķlļnņsšuūzž"},
+      {37, 7, u"αάβγεέζηήιίϊΐσςωώ"},
+      {38, 5, u"абвгдеёжийклмн-"},
+      {39, 14, u"абвгґеєіїй'ь"},
+      {46, 21, u"aăâbdđeêoôơuưy\u0301\u0300\u0323\u0309"},
+  };
+  for (unsigned round = 0; round < 300000; ++round) {
+    Alphabet const& alphabet = kAlphabets[Below(std::size(kAlphabets))];
+    XoCodeSet const& narrow = *XoLanguageContext::QueryCodeSet(alphabet.narrow);
+    unsigned char const set = OneIn(2) ? kUnicode : alphabet.narrow;
+    auto const letter = [&] {
+      char16_t each = alphabet.letters[Below(static_cast<unsigned>(alphabet.letters.size()))];
+      if (OneIn(5)) {
+        XoUnicodeProps const* const forms =
+            XoLanguageContext::QueryCodeSet(kUnicode)->GetUnicodeProps(each, alphabet.language);
+        if (forms != nullptr && forms->upperCase != 0) each = forms->upperCase;
+      }
+      return set == kUnicode ? each : static_cast<char16_t>(narrow.MapCharacter(each, kUnicode));
+    };
+    std::u16string words[2];
+    for (unsigned more = Below(9); more != 0; --more) words[0] += letter();
+    words[1] = words[0];
+    for (auto& word : words) {
+      for (unsigned changes = Below(3); changes != 0; --changes) {
+        std::size_t const place = Below(static_cast<unsigned>(word.size()) + 1);
+        if (OneIn(2) || place == word.size()) {
+          word.insert(place, 1, letter());
+        } else {
+          word[place] = letter();
+        }
+      }
+    }
+    auto const text1 = TextBytes(words[0], set), text2 = TextBytes(words[1], set);
+    unsigned char const language = OneIn(4) ? Language() : alphabet.language;
+    unsigned short const cmpOp =
+        OneIn(2) ? static_cast<unsigned short>(kCmpNoWildcards) : Operator();
+    ASSERT_EQ(Sign(LaneCompare(set, language, text1.data(), text2.data(), cmpOp, -1)),
+              Sign(GeneralCompare(set, language, text1.data(), text2.data(), cmpOp, -1)))
+        << Shown(words[0]) << " / " << Shown(words[1]) << " code set " << int{set} << " language "
+        << int{language} << " operator " << cmpOp;
+  }
+}
+
+/// Texts of every length about those at which the way to the first difference changes, with the
+/// difference at every place.
+TEST_F(PlainLane, FindsTheFirstDifferenceWhereverItStands) {
+  static constexpr std::size_t kLengths[] = {1,  7,   15,  16,   17,   63,   80,
+                                             81, 272, 600, 1001, 4096, 4112, 5000};
+  for (std::size_t const length : kLengths) {
+    for (unsigned round = 0; round < 60; ++round) {
+      std::string one;
+      while (one.size() < length) one += static_cast<char>('a' + Below(26));
+      std::string two = one;
+      std::size_t const place = OneIn(3) ? length - 1 : Below(static_cast<unsigned>(length));
+      // Behind the first difference all others are for nothing.
+      for (std::size_t more = place; more < length; ++more) two[more] = 'm';
+      one[place] = 'k';
+      ASSERT_LT(XoStrCmp(1, 2, one.c_str(), 1, 2, two.c_str(), 0x10), 0) << length << ' ' << place;
+      ASSERT_GT(XoStrCmp(1, 2, two.c_str(), 1, 2, one.c_str(), 0x10), 0) << length << ' ' << place;
+      std::string const cut = two.substr(0, place);
+      ASSERT_LT(XoStrCmp(1, 2, cut.c_str(), 1, 2, two.c_str(), 0x10), 0) << length << ' ' << place;
+      ASSERT_EQ(XoStrCmp(1, 2, std::string(two).c_str(), 1, 2, two.c_str(), 0x10), 0) << length;
+      std::u16string const wide1(one.begin(), one.end()), wide2(two.begin(), two.end());
+      auto const text1 = TextBytes(wide1, kUnicode), text2 = TextBytes(wide2, kUnicode);
+      ASSERT_LT(LaneCompare(kUnicode, 2, text1.data(), text2.data(), 0x10, -1), 0)
+          << length << ' ' << place;
+      ASSERT_EQ(LaneCompare(kUnicode, 2, text2.data(), TextBytes(wide2, kUnicode).data(), 0x10, -1),
+                0)
+          << length;
+    }
+  }
+}
+
 TEST_F(PlainLane, TakesTheGroupThatStandsBeforeASpecialCode) {
   // U+FFFE has no group of its own: behind a Cyrillic letter it is of that group, behind an
   // ideograph of the last one, and in front of all of the language's.
