@@ -1,4 +1,5 @@
 #include "src/xostring/order_reader.hpp"
+#include "src/xostring/plain_lane.hpp"
 #include "src/xostring/text_units.hpp"
 #include "xostring.hpp"
 #include "xostringhash.hpp"
@@ -29,8 +30,34 @@ unsigned HashUnits(XoString const& text, unsigned mask) {
   return hash;
 }
 
+/// Hash of the characters that are one sort order each, up to the first that is not, on which it
+/// leaves the iterator.
+template <class Units>
+unsigned HashPlainOrders(XoStringIterator& iterator) {
+  PlainReader<Units> const reader(*iterator.codeSetObject, iterator.language);
+  char const* at = iterator.cursor;
+  unsigned char group = iterator.orderGroup;
+  unsigned hash = 0;
+  for (unsigned short code = Units::Get(at); code != 0; code = Units::Get(at)) {
+    CharOrderEntry const* const entry = reader.Plain(code, at + Units::kSize);
+    if (entry == nullptr) break;
+    group = reader.Group(entry);
+    hash = hash * kMultiplier + KeyOf(entry->order, group);
+    at += Units::kSize;
+  }
+  iterator.cursor = at;
+  iterator.orderGroup = group;
+  return hash;
+}
+
 unsigned HashOrders(XoStringIterator& iterator, short count) {
   unsigned hash = 0;
+  XoCodeSet const* const set = iterator.codeSetObject;
+  if (count == -1 && set != nullptr && set->orderTable != nullptr &&
+      iterator.byteOrder != FormBig) {
+    hash = IsWide(iterator.codeSet) ? HashPlainOrders<WideUnits>(iterator)
+                                    : HashPlainOrders<NarrowUnits>(iterator);
+  }
   // The end counts as an order of 0 where a number of orders is asked for.
   for (int read = 0; count == -1 || read < count; ++read) {
     unsigned short const order = iterator.GetNextOrder(1);

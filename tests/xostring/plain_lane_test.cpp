@@ -121,6 +121,23 @@ TEST_F(PlainLane, GivesWhatTheGeneralComparisonGivesAroundContractions) {
   }
 }
 
+TEST_F(PlainLane, HashesWhatTheIteratorReads) {
+  auto const sets = CodeSetsWithTables();
+  for (unsigned round = 0; round < 100000; ++round) {
+    unsigned char const set = OneIn(2) ? kUnicode : sets[Below(static_cast<unsigned>(sets.size()))];
+    std::u16string const text = Text(set, 12);
+    auto const bytes = TextBytes(text, set);
+    unsigned char const language = Language();
+    XoStringIterator iterator(bytes.data(), set, language, 1);
+    unsigned hash = 0;
+    while (unsigned short const order = iterator.GetNextOrder(1)) {
+      hash = hash * 9 + OrderKey(order, iterator.orderGroup);
+    }
+    ASSERT_EQ(HashString(set, language, bytes.data()), hash)
+        << Shown(text) << " code set " << int{set} << " language " << int{language};
+  }
+}
+
 /// Words as they are written, in their language and others: letters, with their digraphs, ligatures
 /// and accents, capitals in front, and hyphens and apostrophes between.
 TEST_F(PlainLane, GivesWhatTheGeneralComparisonGivesOnWords) {
