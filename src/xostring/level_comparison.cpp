@@ -1,6 +1,6 @@
 #include "src/xostring/level_comparison.hpp"
 
-#include "src/xostring/order_reader.hpp"
+#include "src/xostring/order_keys.hpp"
 #include "xostrcmp.hpp"
 
 namespace xo {

@@ -2,7 +2,7 @@
 
 #include <list>
 
-#include "src/xostring/order_reader.hpp"
+#include "src/xostring/order_keys.hpp"
 #include "xostrcmp.hpp"
 #include "xostringiterator.hpp"
 

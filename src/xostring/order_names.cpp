@@ -2,7 +2,7 @@
 #include <cstdio>
 #include <string>
 
-#include "src/xostring/order_reader.hpp"
+#include "src/xostring/order_keys.hpp"
 #include "src/xostring/text_units.hpp"
 #include "xochar.hpp"
 #include "xoorders.hpp"

@@ -8,7 +8,7 @@
 #include <limits>
 
 #include "src/xostring/level_comparison.hpp"
-#include "src/xostring/order_reader.hpp"
+#include "src/xostring/order_keys.hpp"
 
 /// The fast lane of text comparison, for two texts of one code set and language and no pattern. It
 /// passes over units that are the same on both sides, and is done where the first that differ are

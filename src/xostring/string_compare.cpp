@@ -1,5 +1,5 @@
 #include "src/xostring/level_comparison.hpp"
-#include "src/xostring/order_reader.hpp"
+#include "src/xostring/order_keys.hpp"
 #include "src/xostring/plain_lane.hpp"
 #include "src/xostring/text_units.hpp"
 #include "xostrcmp.hpp"

@@ -1,4 +1,4 @@
-#include "src/xostring/order_reader.hpp"
+#include "src/xostring/order_keys.hpp"
 #include "src/xostring/plain_lane.hpp"
 #include "src/xostring/text_units.hpp"
 #include "xostring.hpp"

@@ -2,7 +2,7 @@
 #include <utility>
 
 #include "base/allocation.hpp"
-#include "src/xostring/order_reader.hpp"
+#include "src/xostring/order_keys.hpp"
 #include "src/xostring/text_units.hpp"
 #include "xostrcmp.hpp"
 #include "xostring.hpp"

@@ -1,4 +1,4 @@
-#include "src/xostring/order_reader.hpp"
+#include "src/xostring/order_keys.hpp"
 #include "src/xostring/string_splice.hpp"
 #include "src/xostring/text_units.hpp"
 #include "xochar.hpp"

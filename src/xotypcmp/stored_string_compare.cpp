@@ -1,6 +1,6 @@
 #include <cstddef>
 
-#include "src/xostring/order_reader.hpp"
+#include "src/xostring/order_keys.hpp"
 #include "src/xotypcmp/string_rows.hpp"
 #include "src/xotypes/stored_text.hpp"
 #include "xostrcmp.hpp"
