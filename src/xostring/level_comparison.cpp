@@ -1,6 +1,7 @@
 #include "src/xostring/level_comparison.hpp"
 
 #include "src/xostring/order_keys.hpp"
+#include "src/xostring/text_units.hpp"
 #include "xostrcmp.hpp"
 
 namespace xo {

@@ -1,8 +1,5 @@
 #pragma once
 
-#include "intl/language_context.hpp"
-#include "intl/records.hpp"
-#include "src/xostring/text_units.hpp"
 #include "xostrcmp.hpp"
 
 /// Classes of sort orders, and the keys by which they compare.
@@ -38,22 +35,5 @@ constexpr unsigned CaseLevel(unsigned key) { return key & ~0x1Fu; }
 constexpr unsigned AccentLevel(unsigned key) { return key & ~0x60u; }
 
 constexpr int Difference(unsigned a, unsigned b) { return static_cast<int>(a - b); }
-
-/// The order table by which characters of a code set are looked up, and whether they are mapped to
-/// Unicode first because the code set has none of its own.
-struct TableInUse {
-  OrderTable const& table;
-  bool mapping;
-};
-inline TableInUse TableOf(XoCodeSet const* codeSet) {
-  if (codeSet != nullptr && codeSet->orderTable != nullptr) return {*codeSet->orderTable, false};
-  return {*intl::FindCodeSet(kUnicodeSet)->orderTable, true};
-}
-
-/// The group of what has none of its own, in a code set that may not exist.
-inline unsigned char GroupOf(XoCodeSet const* codeSet, unsigned char language) {
-  if (codeSet == nullptr) codeSet = intl::FindCodeSet(kUnicodeSet);
-  return codeSet->CodeSetGroup(language);
-}
 
 }  // namespace xo

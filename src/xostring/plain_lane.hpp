@@ -7,6 +7,7 @@
 #include <cstring>
 #include <limits>
 
+#include "src/xostring/entry_lookup.hpp"
 #include "src/xostring/level_comparison.hpp"
 #include "src/xostring/order_keys.hpp"
 

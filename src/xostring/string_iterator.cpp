@@ -2,6 +2,7 @@
 #include <utility>
 
 #include "base/allocation.hpp"
+#include "src/xostring/entry_lookup.hpp"
 #include "src/xostring/order_keys.hpp"
 #include "src/xostring/text_units.hpp"
 #include "xostrcmp.hpp"
@@ -33,7 +34,7 @@ XoStringIterator::XoStringIterator()
 
 void XoStringIterator::Start(char const* text) {
   codeSetObject = xo::intl::FindCodeSet(codeSet);
-  orderGroup = GroupOf(codeSetObject, language);
+  orderGroup = SetOrUnicode(codeSetObject).CodeSetGroup(language);
   overflowCodeSet = 0;
   overflowIndex = 0;
   ownsBuffer = 0;
@@ -218,17 +219,12 @@ unsigned short XoStringIterator::ReadPlainOrder(unsigned short updateGroup) {
   auto const next = [this, behind](CharOrderEntry const* of) {
     return of->HasContractions() ? LoadUnit(behind, codeSet, byteOrder) : kNothing;
   };
-  XoLanguage const* const record = xo::intl::FindLanguage(language);
-  unsigned char const variants = record != nullptr ? record->variantFlag : kNoVariants;
+  unsigned char const variants = VariantFlagOf(language);
   if (!entry->IsPlain(variants, next(entry))) {
-    CharOrderEntry const* const own = entry->MayVary(variants) ? entry->Variant(language) : nullptr;
-    if (own != nullptr) entry = own;
+    entry = EntryInLanguage(entry, language, variants);
     if (!entry->IsPlain(kNoVariants, next(entry))) return 0;
   }
-  if (updateGroup != 0) {
-    unsigned char const* const own = entry->GroupOverride();
-    orderGroup = own != nullptr ? *own : codeSetObject->CodeSetGroup(language);
-  }
+  if (updateGroup != 0) orderGroup = GroupOf(entry, *codeSetObject, language);
   cursor = behind;
   return entry->order;
 }
@@ -263,18 +259,9 @@ unsigned short XoStringIterator::GetNextOrder(unsigned short updateGroup) {
     }
     return code;
   }
-  if (entry->HasVariants()) {
-    XoLanguage const* const record = xo::intl::FindLanguage(language);
-    if (record != nullptr && record->hasVariants != 0) {
-      CharOrderEntry const* const own = entry->Variant(language);
-      if (own != nullptr) entry = own;
-    }
-  }
+  entry = EntryInLanguage(entry, language, VariantFlagOf(language));
   entry = Contract(entry, use.mapping);
-  if (updateGroup != 0) {
-    unsigned char const* const own = entry->GroupOverride();
-    orderGroup = own != nullptr ? *own : GroupOf(set, language);
-  }
+  if (updateGroup != 0) orderGroup = GroupOf(entry, SetOrUnicode(set), language);
   if (entry->HasExpansion()) SetOverflow(&entry->Expansion(), kSortOrderSet);
   MoveOn();
   return entry->order;
