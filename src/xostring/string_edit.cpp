@@ -15,22 +15,6 @@ namespace {
 
 constexpr short kToTheEnd = -1;
 
-XoString CopyPart(XoString const& source, unsigned start, unsigned count) {
-  XoString part;
-  part.codeSet = source.codeSet;
-  part.language = source.language;
-  AssignText(part, source.StrGet() + start * UnitSize(source.codeSet), source.codeSet,
-             static_cast<unsigned short>(count));
-  return part;
-}
-
-void CutPart(XoString& target, unsigned start, unsigned count) {
-  unsigned const rest = target.Len() - start - count;
-  SpliceText(target, target.text, target.codeSet, static_cast<unsigned short>(start),
-             static_cast<unsigned short>(start + count), static_cast<unsigned short>(rest), 1,
-             SpliceMode::kTruncate);
-}
-
 /// Puts `repeat` times `fill` behind the first `position` characters.
 void FillFrom(XoString& target, unsigned short position, unsigned short repeat,
               XoChar const& fill) {

@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "src/xostring/order_keys.hpp"
 #include "src/xostring/string_splice.hpp"
 #include "src/xostring/text_units.hpp"
@@ -68,11 +70,8 @@ XoString& XoString::ReplaceAll(XoString const& from, XoString const& to, unsigne
   int found = PositionOf(Find(from, start));
   while (found != kNotFound) {
     unsigned short const position = static_cast<unsigned short>(found);
-    unsigned const rest = Len() - unsigned{position};
     // As `Cut`, for a `from` of any length.
-    unsigned const cut = fromLength < rest ? fromLength : rest;
-    SpliceText(*this, text, codeSet, position, static_cast<unsigned short>(position + cut),
-               static_cast<unsigned short>(rest - cut), 1, SpliceMode::kTruncate);
+    CutPart(*this, position, std::min(fromLength, Len() - unsigned{position}));
     if (position <= Len()) Insert(to, position);
     unsigned const next = position + toLength;
     if (next > Len()) break;
@@ -101,11 +100,7 @@ int XoSplitList(XoString& list, XoString& item, XoString const& delimiter,
     if (position >= length) return kEndOfList;
     end = static_cast<int>(length);
   }
-  XoString element;
-  element.codeSet = list.codeSet;
-  element.language = list.language;
-  AssignText(element, list.StrGet() + position * UnitSize(list.codeSet), list.codeSet,
-             static_cast<unsigned short>(end - int{position}));
+  XoString element = CopyPart(list, position, static_cast<unsigned>(end) - position);
   element.Trim();
   item = element;
   position = static_cast<unsigned short>(end + 1);

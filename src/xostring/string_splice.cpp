@@ -202,4 +202,20 @@ void AssignText(XoString& target, char const* source, unsigned char codeSet, uns
   SpliceText(target, source, codeSet, 0, 0, length, 1, SpliceMode::kTruncate, byteOrder);
 }
 
+XoString CopyPart(XoString const& source, unsigned start, unsigned count) {
+  XoString part;
+  part.codeSet = source.codeSet;
+  part.language = source.language;
+  AssignText(part, source.StrGet() + start * UnitSize(source.codeSet), source.codeSet,
+             static_cast<unsigned short>(count));
+  return part;
+}
+
+void CutPart(XoString& target, unsigned start, unsigned count) {
+  unsigned const rest = target.Len() - start - count;
+  SpliceText(target, target.text, target.codeSet, static_cast<unsigned short>(start),
+             static_cast<unsigned short>(start + count), static_cast<unsigned short>(rest), 1,
+             SpliceMode::kTruncate);
+}
+
 }  // namespace xo

@@ -29,6 +29,13 @@ void SpliceText(XoString& target, char const* source, unsigned char sourceCodeSe
 void AssignText(XoString& target, char const* source, unsigned char codeSet,
                 unsigned short count = 65535, unsigned char byteOrder = 255);
 
+/// `count` characters of `source` from `start` on, all within its text, as a string of its code set
+/// and language.
+XoString CopyPart(XoString const& source, unsigned start, unsigned count);
+
+/// Removes `count` characters of `target` from `start` on, all within its text.
+void CutPart(XoString& target, unsigned start, unsigned count);
+
 /// Converts up to `limit` characters of `source` into a new buffer at `out`, the caller's to
 /// release with `ReleaseArray`; returns its size in bytes, terminator included.
 unsigned MapTextToNewBuffer(unsigned char fromSet, unsigned char toSet, char const* source,
