@@ -245,13 +245,32 @@ TEST(MultiByteToString, EndsAtAZero) {
 }
 
 TEST(MultiByteToString, EndsAtACodeThatIsCutToZero) {
-  // 0x10000: its low 16 bits are 0.
-  XoString text;
-  ToString(
-      "ab\xF0\x90\x80\x80"
-      "cd",
-      text);
-  EXPECT_EQ(UnitsOf(text), (Units{'a', 'b'}));
+  // 0x10000, 0x200000, 0x4000000 and 0x7FFF0000: their low 16 bits are 0.
+  for (std::string_view const zero : {"\xF0\x90\x80\x80"sv, "\xF8\x88\x80\x80\x80"sv,
+                                      "\xFC\x84\x80\x80\x80\x80"sv, "\xFD\xBF\xBF\xB0\x80\x80"sv}) {
+    // Neither it nor what stands behind is counted, looked at or kept, not even what is wrong.
+    for (std::string_view const behind : {""sv, "cd"sv, "\xFF"sv}) {
+      std::string const bytes = "ab" + std::string(zero) + std::string(behind);
+      XoString text("before");
+      EXPECT_EQ(ToString(bytes, text), 2);
+      EXPECT_EQ(UnitsOf(text), (Units{'a', 'b'}));
+      EXPECT_EQ(text.size, 6);
+      EXPECT_EQ(XoMultiByteString2XoString(bytes.data(), text, static_cast<int>(bytes.size())), 2);
+      EXPECT_EQ(text.size, 6);
+      EXPECT_EQ(XoMultiByteString2XoString(XoString(bytes.c_str()), text), 2);
+      EXPECT_EQ(UnitsOf(text), (Units{'a', 'b'}));
+      EXPECT_EQ(text.size, 6);
+    }
+    XoString text("before");
+    EXPECT_EQ(ToString(std::string(zero) + "ab", text), 0);
+    EXPECT_EQ(text.text, nullptr);
+    EXPECT_EQ(text.size, 0);
+    // An array holds it as a character.
+    unsigned short wide[3] = {9, 9, 9};
+    std::string const bytes = "a" + std::string(zero) + "b";
+    EXPECT_EQ(XoMultiByteStr2WCharStr(wide, 3, bytes.data(), static_cast<int>(bytes.size())), 3);
+    EXPECT_EQ(Units(wide, wide + 3), (Units{'a', 0, 'b'}));
+  }
 }
 
 TEST(MultiByteToString, CutsCodesTo16Bits) {

@@ -36,6 +36,16 @@ TEST_F(StringCopy, ReachesToTheEndForMinusOneAndForMoreThanThereIs) {
   EXPECT_EQ(TextOf(string.Copy(5, 1)), "f");
 }
 
+TEST_F(StringCopy, ReachesToTheEndForEveryNegativeCount) {
+  XoString const string = Narrow("abcdef", kKoi8, 9);
+  for (short const count : std::initializer_list<short>{-2, -3, -32767, SHRT_MIN}) {
+    EXPECT_EQ(TextOf(string.Copy(0, count)), "abcdef") << count;
+    EXPECT_EQ(TextOf(string.Copy(2, count)), "cdef") << count;
+    EXPECT_EQ(string.Copy(2, count).codeSet, kKoi8);
+    EXPECT_TRUE(string.Copy(6, count).IsEmpty());
+  }
+}
+
 TEST_F(StringCopy, OfNoCharacterIsEmptyInTheSameCodeSet) {
   XoString const nothing = Narrow("abc", kKoi8, 9).Copy(1, 0);
   EXPECT_TRUE(nothing.IsEmpty());

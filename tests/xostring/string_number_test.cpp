@@ -116,6 +116,22 @@ TEST_F(StringNumber, WideWhiteSpaceIsSkipped) {
   EXPECT_EQ(static_cast<int>(Wide(std::u16string(100, u' '))), 0);
 }
 
+TEST_F(StringNumber, WideWhiteSpaceIsThatOfUnicode) {
+  // The property White_Space of the character database; all of it has 16 bits.
+  auto const isSpace = [](unsigned code) {
+    return (code >= 9 && code <= 13) || code == 0x20 || code == 0x85 || code == 0xA0 ||
+           code == 0x1680 || (code >= 0x2000 && code <= 0x200A) || code == 0x2028 ||
+           code == 0x2029 || code == 0x202F || code == 0x205F || code == 0x3000;
+  };
+  for (unsigned code = 1; code < 65536; ++code) {
+    char16_t const first = static_cast<char16_t>(code);
+    if (first == u'+' || first == u'-' || (first >= u'0' && first <= u'9')) continue;
+    XoString const text = Wide(std::u16string(1, first) + u"12");
+    ASSERT_EQ(static_cast<int>(text), isSpace(code) ? 12 : 0) << code;
+    ASSERT_EQ(static_cast<long long>(text), isSpace(code) ? 12 : 0) << code;
+  }
+}
+
 TEST_F(StringNumber, WideTextEndsAtTheFirstCodeAbove255) {
   EXPECT_EQ(static_cast<int>(Wide(u"12\u066034")), 12);
   // The low byte of this one is the digit 2.

@@ -22,6 +22,7 @@ class AskedConfig final : public XoConfig {
     ++asked;
     askedKey = key;
     askedSection = section != nullptr ? section->text : "";
+    askedAtTop = section != nullptr && section->parent == nullptr;
     std::memcpy(result, &answer, sizeof answer);
     return 1;
   }
@@ -30,6 +31,7 @@ class AskedConfig final : public XoConfig {
   int asked = 0;
   std::string askedKey;
   std::string askedSection;
+  bool askedAtTop = false;
 };
 
 int assertions = 0;
@@ -143,6 +145,7 @@ TEST_F(StringOverflow, TheConfigurationIsAskedEveryTime) {
   }
   EXPECT_EQ(config.askedKey, "stringOverflow");
   EXPECT_EQ(config.askedSection, "debug");
+  EXPECT_TRUE(config.askedAtTop);
   EXPECT_EQ(assertions, 0);
   EXPECT_EQ(TextOf(string), Long(kMostNarrow));
 }

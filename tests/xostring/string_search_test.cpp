@@ -119,6 +119,26 @@ TEST_F(StringFind, CrossesCodeSets) {
   EXPECT_EQ(Narrow("abc", kNative).Find('c'), 2);
 }
 
+TEST_F(StringFind, ReadsTextAndPatternEachInItsLanguage) {
+  // In Swedish an a with diaeresis is a letter of its own, behind z; in English it is an a.
+  constexpr unsigned char kEnglish = 1, kSwedish = 13;
+  auto const wide = [](std::u16string_view text, unsigned char language) {
+    return Wide(text, kUnicode, language);
+  };
+  for (int const wildcards : {0, 0x0010}) {
+    auto const op = static_cast<unsigned short>(kIgnoreAccents | wildcards);
+    EXPECT_EQ(wide(u"x\u00E4", kEnglish).Find(wide(u"a", kSwedish), 0, op), 1);
+    EXPECT_EQ(wide(u"x\u00E4", kSwedish).Find(wide(u"a", kEnglish), 0, op), -1);
+    EXPECT_EQ(wide(u"xa", kSwedish).Find(wide(u"\u00E4", kEnglish), 0, op), 1);
+    EXPECT_EQ(wide(u"xa", kEnglish).Find(wide(u"\u00E4", kSwedish), 0, op), -1);
+    EXPECT_EQ(wide(u"x\u00E4", kEnglish).Find(wide(u"\u00E4", kSwedish), 0, op), -1);
+    EXPECT_EQ(wide(u"x\u00E4", kSwedish).Find(wide(u"\u00E4", kSwedish), 0, op), 1);
+    XoString const latin = Narrow("x\xE4", kLatin1, kEnglish);
+    EXPECT_EQ(latin.Find(Narrow("a", kLatin1, kSwedish), 0, op), 1);
+    EXPECT_EQ(latin.Find(Narrow("\xE4", kLatin1, kSwedish), 0, op), -1);
+  }
+}
+
 TEST_F(StringFind, TheZeroCharacterIsNowhere) {
   EXPECT_EQ(XoString("abc").Find(char{0}), -1);
   EXPECT_EQ(XoString("abc").Find(static_cast<unsigned short>(0)), -1);
