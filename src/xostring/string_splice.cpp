@@ -35,16 +35,16 @@ void CopyTextUnits(char* destination, char const* source, unsigned unit, unsigne
   }
 }
 
-/// Writes up to `length` characters, and returns their number.
+/// Writes up to `length` characters of a source in `byteOrder`, and returns their number.
 unsigned MapCharacters(unsigned char fromSet, unsigned char toSet, char const* source,
-                       unsigned length, char* buffer) {
+                       unsigned length, char* buffer, unsigned char byteOrder = FormLittle) {
   unsigned char const from = CodeSetOrNative(fromSet);
   unsigned char const to = CodeSetOrNative(toSet);
   unsigned const fromUnit = UnitSize(from);
   unsigned const toUnit = UnitSize(to);
   unsigned written = 0;
   for (; written < length; ++written) {
-    unsigned short const code = LoadUnit(source + written * fromUnit, from);
+    unsigned short const code = LoadUnit(source + written * fromUnit, from, byteOrder);
     if (code == 0) break;
     StoreUnit(buffer + written * toUnit, to, MapCode(code, from, to));
   }
@@ -86,12 +86,12 @@ void ReportStringOverflow() {
 }
 
 unsigned MapTextToNewBuffer(unsigned char fromSet, unsigned char toSet, char const* source,
-                            char*& out, unsigned short limit) {
+                            char*& out, unsigned short limit, unsigned char byteOrder) {
   std::size_t const most = limit == 65535 ? static_cast<std::size_t>(-1) : limit;
   unsigned length = AsCount(TextLength(fromSet, source, most));
   unsigned const bytes = BytesFor(length, toSet);
   out = AllocateZeroed(bytes);
-  MapCharacters(fromSet, toSet, OrEmptyText(source), length, out);
+  MapCharacters(fromSet, toSet, OrEmptyText(source), length, out, byteOrder);
   return bytes;
 }
 
@@ -123,7 +123,7 @@ void SpliceText(XoString& target, char const* source, unsigned char sourceCodeSe
                             UnitSize(sourceCodeSet) != unit)) {
     unsigned const limit = repeat == 1 ? sourceEnd : 1;
     char* temporary = nullptr;
-    MapTextToNewBuffer(sourceCodeSet, target.codeSet, source, temporary, AsCount(limit));
+    MapTextToNewBuffer(sourceCodeSet, target.codeSet, source, temporary, AsCount(limit), byteOrder);
     converted.reset(temporary);
     source = temporary;
     byteOrder = FormLittle;
@@ -175,9 +175,9 @@ void SpliceText(XoString& target, char const* source, unsigned char sourceCodeSe
       CopyTextUnits(buffer + head, source + Bytes{sourceStart} * unit, unit, byteOrder,
                     std::min(wanted, room));
     } else if (unit == 2) {
-      WideFill(buffer + head, LoadWide(source, byteOrder), std::min<Bytes>(repeat, room / 2));
+      WideFill(buffer + head, LoadWide(source, byteOrder), std::min<Bytes>(repeat, room / 2 - 1));
     } else {
-      std::memset(buffer + head, LoadNarrow(source), std::min<Bytes>(repeat, room));
+      std::memset(buffer + head, LoadNarrow(source), std::min<Bytes>(repeat, room - 1));
     }
   }
   if (mode == SpliceMode::kTruncate || overflowed) {

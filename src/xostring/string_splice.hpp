@@ -36,10 +36,12 @@ XoString CopyPart(XoString const& source, unsigned start, unsigned count);
 /// Removes `count` characters of `target` from `start` on, all within its text.
 void CutPart(XoString& target, unsigned start, unsigned count);
 
-/// Converts up to `limit` characters of `source` into a new buffer at `out`, the caller's to
-/// release with `ReleaseArray`; returns its size in bytes, terminator included.
+/// Converts up to `limit` characters of `source`, which is in `byteOrder`, into a new buffer at
+/// `out`, the caller's to release with `ReleaseArray`; returns its size in bytes, terminator
+/// included.
 unsigned MapTextToNewBuffer(unsigned char fromSet, unsigned char toSet, char const* source,
-                            char*& out, unsigned short limit = 65535);
+                            char*& out, unsigned short limit = 65535,
+                            unsigned char byteOrder = 255);
 
 /// Converts `length` characters of `source` (65535: all) into `buffer`, of `bufferSize` bytes,
 /// which is replaced when it is null or too small. Returns the number of characters written before
