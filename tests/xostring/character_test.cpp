@@ -215,6 +215,13 @@ TEST(Character, AssignedAByte) {
   EXPECT_EQ(unbound.Code(), 0xE9);
 }
 
+TEST(Character, OfTwoBytesAssignedAByteTakesItAsItsFirst) {
+  WideUnit unit{{0x2D, 0x4E}};
+  XoChar(unit.bytes, kUnicode) = 'x';
+  EXPECT_EQ(unit.Low(), 'x');
+  EXPECT_EQ(unit.High(), 0x4E);
+}
+
 TEST(Character, AssignedACode) {
   WideUnit unit{};
   XoChar(unit.bytes, kUnicode, kNeutral, 1) = static_cast<unsigned short>(0x20AC);
@@ -285,6 +292,9 @@ TEST(Character, OperatorsTestTheComparison) {
   EXPECT_FALSE(a == Code{'b'} || a != Code{'a'} || b < Code{'a'} || b <= Code{'a'} ||
                a > Code{'b'} || a >= Code{'b'});
   EXPECT_TRUE(Unicode(0x416) == Code{0x416});
+  // A plain byte is of the default 8-bit code set whatever that of the left-hand one.
+  EXPECT_TRUE(Unicode(0xE9) == static_cast<char>(0xE9));
+  EXPECT_FALSE(Narrow(0xE9, kCyrillic) == static_cast<char>(0xE9));
 }
 
 TEST(Character, RightHandWildcardMatchesAnyCharacterWhereWildcardsAreOn) {
@@ -453,6 +463,14 @@ TEST(Character, MappedFromNoneIsOfTheNativeSet) {
               native.ToUnicode(static_cast<unsigned short>(code)))
         << code;
   }
+}
+
+TEST(Character, MappedFromNoneToTheNativeSetIsOfThatSet) {
+  unsigned char const native = XoLanguageContext::GetNativeCodeSet();
+  XoChar const mapped = Narrow(0xE9, 0, kTurkish).MapTo(native);
+  EXPECT_EQ(mapped.Code(), 0xE9);
+  EXPECT_EQ(mapped.codeSet, native);
+  EXPECT_EQ(mapped.language, kTurkish);
 }
 
 // Case.

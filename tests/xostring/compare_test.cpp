@@ -142,7 +142,13 @@ TEST(CompareTest, NullTextsComeFirst) {
     EXPECT_EQ(XoStrCmp(1, 1, "", 1, 254, nullptr, cmpOp), 1);
     EXPECT_EQ(XoStrCmp(0, 254, nullptr, 0, 0, "", cmpOp), -1);
   }
-  EXPECT_EQ(XoStrCmp(1, 254, nullptr, 1, 254, nullptr, 0), 0);
+  for (unsigned bits = 0; bits < 0x400; bits += 0x10) {
+    auto const cmpOp = static_cast<unsigned short>(bits);
+    EXPECT_EQ(XoStrCmp(1, 254, nullptr, kUnicode, 254, nullptr, cmpOp), 0);
+    EXPECT_EQ(XoStrCmp(254, 0, nullptr, 0, 254, nullptr, cmpOp, 0), 0);
+    EXPECT_EQ(XoStrCmp(1, 1, "", 1, 254, nullptr, cmpOp), 1);
+    EXPECT_EQ(XoStrCmp(1, 254, nullptr, 1, 1, "", cmpOp), (bits & 0x110) != 0 ? -1 : 0);
+  }
 }
 
 TEST(CompareTest, ANullPointerReadsAsAnEmptyText) {
@@ -295,6 +301,16 @@ TEST_F(StringOperators, TheRightStringMayBeAPattern) {
   EXPECT_FALSE(text != pattern);
 }
 
+TEST_F(StringOperators, AStringEqualsItselfWhateverItsComparisonSays) {
+  // A question mark of the text is a symbol, and skipped; that of the pattern wants a character.
+  XoString::SetDefaultCmpOp(kCmpSkipSymbols);
+  XoString const string("a?"), copy(string);
+  EXPECT_TRUE(string == string);
+  EXPECT_FALSE(string == copy);
+  EXPECT_TRUE(string != string);
+  EXPECT_NE(string.Compare(string), 0);
+}
+
 TEST_F(StringOperators, NullDiffersFromEmptyButForEqualsIgnoreLanguage) {
   XoString null, empty;
   null.SetNullValue();
@@ -304,6 +320,13 @@ TEST_F(StringOperators, NullDiffersFromEmptyButForEqualsIgnoreLanguage) {
   EXPECT_EQ(null.EqualsIgnoreLanguage(empty), 1);
   EXPECT_EQ(empty.EqualsIgnoreLanguage(null), 1);
   EXPECT_EQ(null.EqualsIgnoreLanguage(null), 1);
+  // Two that are null are so whatever stands in them; one beside another language is its text.
+  XoString one(null), other(null);
+  one += "abc";
+  other += "xyz";
+  EXPECT_EQ(one.EqualsIgnoreLanguage(other), 1);
+  EXPECT_EQ(one.EqualsIgnoreLanguage("xyz"), 0);
+  EXPECT_EQ(other.EqualsIgnoreLanguage("xyz"), 1);
 }
 
 TEST_F(StringOperators, EqualsIgnoreLanguageComparesOrders) {

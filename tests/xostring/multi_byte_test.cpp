@@ -222,6 +222,15 @@ TEST(MultiByteToString, MakesUnicodeTextAndKeepsTheLanguage) {
   EXPECT_EQ(UnitsOf(text), (Units{'a', 0xE9, 0x20AC}));
 }
 
+TEST(MultiByteToString, LeavesANullTextNull) {
+  XoString text;
+  text.SetNullValue();
+  EXPECT_EQ(ToString("a\xC3\xA9", text), 3);
+  EXPECT_EQ(text.IsNullValue(), 1);
+  EXPECT_EQ(text.codeSet, kUnicode);
+  EXPECT_EQ(UnitsOf(text), (Units{'a', 0xE9}));
+}
+
 TEST(MultiByteToString, OfNothingEmptiesTheText) {
   for (int const length : std::initializer_list<int>{0, -1, INT_MIN}) {
     XoString text("before");

@@ -176,6 +176,28 @@ TEST(Shift, AnUnsignedShortIsANumberToNarrowAndACharacterToWideText) {
   EXPECT_EQ(TextOf(none), "7");
 }
 
+TEST(Shift, AnUnsignedShortOfZeroIsADigitToNarrowAndNothingToWideText) {
+  XoString narrow("a");
+  narrow << static_cast<unsigned short>(0);
+  EXPECT_EQ(TextOf(narrow), "a0");
+  XoString wide = Wide(u"a");
+  wide << static_cast<unsigned short>(0);
+  EXPECT_EQ(WideTextOf(wide), u"a");
+  XoString none(kUnicode, 0);
+  none << static_cast<unsigned short>(0);
+  EXPECT_EQ(none.text, nullptr);
+}
+
+TEST(Shift, ACharacterIsOfTheDefault8BitCodeSet) {
+  // An A is C1 in EBCDIC; ISO 8859-5 has no e with acute.
+  XoString ebcdic = Narrow("", kEbcdic);
+  ebcdic << 'A';
+  EXPECT_EQ(TextOf(ebcdic), "\xC1");
+  XoString cyrillic = Narrow("", kCyrillic);
+  cyrillic << static_cast<char>(0xE9) << 'a';
+  EXPECT_EQ(TextOf(cyrillic), "?a");
+}
+
 TEST(Shift, NumbersAreTheTextOfTheirConstructors) {
   XoString string;
   string << short{-1} << ' ' << std::numeric_limits<int>::min() << ' ' << 4294967295u << ' '

@@ -7,6 +7,7 @@
 #include <xotypemgr.hpp>
 
 #include "tests/base/random_test.hpp"
+#include "tests/intl/order_walk.hpp"
 
 namespace xo::test {
 namespace {
@@ -212,6 +213,29 @@ TEST_F(StringHashLaw, TextsEqualUnderTheComparisonHashAlike) {
               HashString(kUnicode, language, bytes(1), -1, 1));
   }
   EXPECT_GT(equal, 100u);
+}
+
+TEST_F(StringHashLaw, OrdersHashAsASlowWalkSays) {
+  std::u16string const alphabet = u"aA\u00E1 -1cChHdzsZe\u0301\u00DF\u00E6\u00BD\u0416\u4E2D\uFFF5";
+  for (int run = 0; run < 40000; ++run) {
+    std::u16string text;
+    for (unsigned left = Below(8); left != 0; --left) {
+      text += alphabet[Below(static_cast<unsigned>(alphabet.size()))];
+    }
+    unsigned char const language = static_cast<unsigned char>(Below(48));
+    short const count = OneIn(2) ? short{-1} : static_cast<short>(1 + Below(12));
+    std::vector<WalkedOrder> orders = WalkOrders(text, language);
+    if (count != -1) {
+      // Behind the end are orders of 0, whatever the group.
+      orders.resize(static_cast<std::size_t>(count), WalkedOrder{0, kNeutral});
+    }
+    std::uint32_t expected = 0;
+    for (WalkedOrder const each : orders) expected = expected * 9 + KeyOf(each.order, each.group);
+    ASSERT_EQ(HashString(kUnicode, language, reinterpret_cast<char const*>(text.c_str()), count, 1),
+              expected)
+        << int{language} << ' ' << count << ' '
+        << testing::PrintToString(std::vector<unsigned short>(text.begin(), text.end()));
+  }
 }
 
 TEST_F(StringHashLaw, UnitsHashAsTheSumOfPowersSays) {

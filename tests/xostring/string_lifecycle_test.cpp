@@ -283,6 +283,18 @@ TEST(NullString, AssignmentOfTextEndsNull) {
   EXPECT_FALSE(string.IsNullValue());
 }
 
+TEST(NullString, AnEditLeavesNull) {
+  for (void (*edit)(XoString&) : {+[](XoString& string) { string.Insert(XoString("abc"), 0); },
+                                  +[](XoString& string) { string.Fill(3, 'x'); },
+                                  +[](XoString& string) { string.Expand(3, 'x'); }}) {
+    XoString string;
+    string.SetNullValue();
+    edit(string);
+    EXPECT_EQ(string.Len(), 3);
+    EXPECT_TRUE(string.IsNullValue());
+  }
+}
+
 TEST(NullString, AssignmentOfANullStringMakesNull) {
   XoString null;
   null.SetNullValue();

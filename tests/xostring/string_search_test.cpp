@@ -75,6 +75,27 @@ TEST_F(StringFind, WithoutAnOperatorTakesTheDefaultOne) {
   EXPECT_EQ(XoString("xAb").Find(XoString("a")), -1);
 }
 
+TEST_F(StringFind, ComparesAsManyOrdersAsThePatternHasCharacters) {
+  // A sharp s is two orders, of which the first is that of an s.
+  XoString const sharp("\xDF");
+  EXPECT_EQ(XoString("xs").Find(sharp, 0, kNoWildcards), 1);
+  EXPECT_EQ(XoString("xs").Find(sharp), 1);
+  // A pattern that need not match to the end of the text is read whole.
+  EXPECT_EQ(XoString("xs").Find(sharp, 0, kWildcards), -1);
+  EXPECT_EQ(XoString("xssx").Find(sharp, 0, kIgnoreAccents | kIgnoreCase), 1);
+}
+
+TEST_F(StringFind, TakesWildcardsOfTheDefaultOperatorWithinAsManyOrders) {
+  XoString::SetDefaultCmpOp(kWildcards);
+  XoString const string("xabc");
+  EXPECT_EQ(string.Find(XoString("a?")), 1);
+  EXPECT_EQ(string.Find(XoString("b")), 2);
+  EXPECT_EQ(string.Find(XoString("a*c")), 1);
+  // Three orders from x on do not reach the c.
+  EXPECT_EQ(string.Find(XoString("x*c")), -1);
+  EXPECT_EQ(string.Find(XoString("x*c"), 0, kWildcards), 0);
+}
+
 TEST_F(StringFind, TakesWildcardsUnderAnOperatorThatHasThem) {
   XoString const string("xabcd");
   EXPECT_EQ(string.Find(XoString("b?d"), 0, kWildcards), 2);
