@@ -264,7 +264,7 @@ class CompareOracle : public RandomTest {
   };
 
   void CompareBothWays(Operand const& text, Operand const& pattern) {
-    auto const cmpOp = static_cast<unsigned short>(Below(64) << 4 & ~kCmpPlainOrders);
+    auto const cmpOp = static_cast<unsigned short>(Below(64) << 4 & ~unsigned{kCmpPlainOrders});
     short const count = AnyCount();
     Side const side1 = SideOf(text.text, text.codeSet, text.language);
     Side const side2 = SideOf(pattern.text, pattern.codeSet, pattern.language);

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <initializer_list>
+#include <memory>
 
 #include "src/xostring/string_splice.hpp"
 #include "tests/xostring/string_text.hpp"
@@ -80,6 +81,18 @@ TEST(SpliceText, ConvertsAWideSourceFromItsByteOrder) {
   XoString assigned(kJis, 0);
   AssignText(assigned, unicode + 2, kUnicode, 65535, 2);
   EXPECT_EQ(WideTextOf(assigned), u"\uB0A1");
+}
+
+TEST(SpliceText, ReadsNoMoreOfASourceThanIsAskedFor) {
+  // No terminator: a sanitizer tells of a byte too many.
+  std::unique_ptr<char[]> const source(new char[3]{'x', 'y', 'z'});
+  for (unsigned char const set : {kLatin1, kEbcdic, kUnicode}) {
+    XoString string(set, 0);
+    SpliceText(string, source.get(), kLatin1, 0, 1, 2, 1, SpliceMode::kTruncate);
+    SpliceText(string, source.get() + 2, kLatin1, 2, 0, 1, 3, SpliceMode::kTruncate);
+    string.MapToCodeSet(kLatin1);
+    EXPECT_EQ(TextOf(string), "yzzzz");
+  }
 }
 
 TEST(SpliceText, RepeatsTheFirstCharacter) {

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <limits>
 #include <memory>
@@ -150,7 +151,8 @@ TEST_F(StringConstruction, ATextOfNoCharacterIsATerminator) {
   EXPECT_EQ(XoString("").size, 1);
   unsigned short const nothing[] = {0};
   EXPECT_EQ(XoString(nothing).size, 2);
-  EXPECT_EQ(XoString("", 9).Len(), 0);
+  EXPECT_EQ(XoString("", 9).size, 1);
+  EXPECT_EQ(XoString(nothing, 9).size, 2);
 }
 
 TEST_F(StringConstruction, ANullPointerGivesAnEmptyString) {
@@ -167,7 +169,11 @@ TEST_F(StringConstruction, ANullPointerGivesAnEmptyString) {
 }
 
 TEST_F(StringConstruction, ALengthBoundsTheText) {
-  EXPECT_EQ(TextOf(XoString("abcdef", 3)), "abc");
+  std::string const all = "abcdef";
+  for (unsigned short length = 1; length < 9; ++length) {
+    EXPECT_EQ(TextOf(XoString("abcdef", length)), all.substr(0, length));
+    EXPECT_EQ(XoString(Units(u"abcdef").data(), length).Len(), std::min<unsigned>(length, 6));
+  }
   EXPECT_EQ(XoString("abcdef", 3).size, 4);
   EXPECT_EQ(TextOf(XoString("abcdef", 6)), "abcdef");
   EXPECT_EQ(TextOf(XoString("abcdef", 100)), "abcdef");
