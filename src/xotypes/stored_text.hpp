@@ -68,7 +68,8 @@ inline RecordHeader ReadHeader(void const* record, std::size_t available, unsign
 /// The code set in which text of `codeSet` is written under `format`.
 inline unsigned char EffectiveCodeSet(unsigned char codeSet, unsigned char format) {
   if (codeSet == kSortOrderSet) return kSortOrderSet;
-  if ((format & FormatDropCodeSet) != 0) return kNoCodeSet;
+  // Text that has no code set has none to drop.
+  if ((format & FormatDropCodeSet) != 0 && codeSet != kNoCodeSet) return kNoCodeSet;
   if ((format & FormatNativeCodeSet) != 0) return CodeSetOrNative(codeSet);
   return codeSet;
 }
