@@ -26,8 +26,9 @@ XO_EXPORT unsigned StringLoad(void* target, void const* source, unsigned char fo
 
 /// The bytes that the strings at `data`, which are in `dataFormat`, take in `diskFormat`. For an
 /// index key this is a bound and no size: four bytes for each byte of text, or two for each of text
-/// of two bytes a character. The bound of stored arrays of more than one element is not to be
-/// relied on; it is looked for in other places than where the records are. Stored lengths are
-/// believed, as by `StringLoad`.
+/// of two bytes a character. A character that has more than two orders may take more; its key is
+/// then cut to the bound. The bound of stored arrays of more than one element is not to be relied
+/// on; it is looked for in other places than where the records are. Stored lengths are believed, as
+/// by `StringLoad`; of a record for a key no more is read than its length and code set.
 XO_EXPORT unsigned StringSizeGet(void const* data, unsigned char dataFormat,
                                  unsigned char diskFormat, unsigned count);

@@ -12,8 +12,10 @@ namespace {
 
 /// The length field of the record of a string.
 std::size_t RecordLength(XoString const& string) {
-  if (string.size == 0) return kHeaderBytes;
-  return string.size + (IsWide(string.codeSet) ? 2u : 3u);
+  unsigned const unit = UnitSize(string.codeSet);
+  // Half a unit alone is no text either.
+  if (string.size < unit) return kHeaderBytes;
+  return string.size - unit + kHeaderBytes;
 }
 
 void StoreOne(BoundedTarget& target, XoString const& string, unsigned char nibble) {
@@ -69,12 +71,12 @@ std::size_t StoredLengthUnder(RecordHeader const& header, unsigned char format) 
   return static_cast<unsigned short>(header.length * KeyFactor(header.codeSet, format));
 }
 
-/// The header of a record that is taken to have one.
+/// The header of a record that is taken to have one. What lies behind the header may not be there,
+/// and is not looked at.
 RecordHeader HeaderUnder(void const* record, std::size_t available, unsigned char format) {
-  RecordHeader const header = ReadHeader(record, available, FormNibble(format));
-  if (!header.isOlder) return header;
-  std::size_t const there = std::min(available, header.Size());
-  return {header.length, ByteAt(record, 2, there), ByteAt(record, 3, there), false};
+  unsigned short const length = ReadLength(record, available, FormNibble(format));
+  std::size_t const there = std::min(available, kLengthBytes + length);
+  return {length, ByteAt(record, 2, there), ByteAt(record, 3, there), false};
 }
 
 }  // namespace
@@ -163,11 +165,10 @@ unsigned StringSizeGet(void const* data, unsigned char dataFormat, unsigned char
   }
   auto const* const records = static_cast<unsigned char const*>(data);
   for (unsigned index = 0; index < count; ++index) {
-    RecordHeader header = ReadHeader(records + size, kNoLimit, FormNibble(dataFormat));
-    if ((diskFormat & FormatIndexKey) == 0) {
-      if (header.isOlder) return static_cast<unsigned>(header.Size());
-    } else {
-      header = HeaderUnder(records + size, kNoLimit, dataFormat);
+    RecordHeader const header = HeaderUnder(records + size, kNoLimit, dataFormat);
+    if ((diskFormat & FormatIndexKey) == 0 &&
+        ReadHeader(records + size, kNoLimit, FormNibble(dataFormat)).isOlder) {
+      return static_cast<unsigned>(header.Size());
     }
     size += kLengthBytes + StoredLengthUnder(header, diskFormat);
   }
