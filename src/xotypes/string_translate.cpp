@@ -54,10 +54,6 @@ unsigned LoadCutKeys(XoString* target, Source const& source, RecordHeader const&
   auto const* const bytes = static_cast<char const*>(source.bytes);
   unsigned char codeSet = first.codeSet;
   unsigned char language = first.language;
-  if (first.isOlder) {
-    codeSet = ByteAt(bytes, 2, length);
-    language = ByteAt(bytes, 3, length);
-  }
   // Fewer bytes than these have no further key.
   constexpr std::size_t kLeastKey = 5;
   std::size_t position = 0;
@@ -177,10 +173,8 @@ unsigned NarrowRecord(Target const& target, Source const& source, unsigned char 
     bounded.WriteByte(static_cast<unsigned char>(LoadWide(text + 2 * unit, nibble)));
   }
   for (std::size_t unit = there; unit < units; ++unit) bounded.WriteByte(0);
-  if (size <= target.length) {
-    bounded.WriteByte(0);
-    bounded.WriteByte(kEndMark);
-  }
+  bounded.WriteByte(0);
+  bounded.WriteByte(kEndMark);
   return static_cast<unsigned>(bounded.Written());
 }
 
