@@ -61,9 +61,11 @@ class KeySources {
       RecordHeader const header = ReadHeader(at, left, FormNibble(format));
       if (!header.isOlder) {
         std::size_t const skipped = std::min(left, kHeaderBytes);
-        std::size_t const there = std::min(header.TextBytes(), left - skipped);
-        KeySource const next =
-            Terminated(at + skipped, there, header.language, there < header.TextBytes());
+        std::size_t there = std::min(header.TextBytes(), left - skipped);
+        bool const isCut = there < header.TextBytes();
+        // Half a unit would read as another character.
+        if (isCut) there -= there % UnitSize(codeSet);
+        KeySource const next = Terminated(at + skipped, there, header.language, isCut);
         Skip(header.Size());
         return next;
       }
@@ -225,9 +227,10 @@ int StringGetValue(void* value, unsigned count, unsigned char format, NextValueC
     }
   }
   std::size_t const end = std::min(textBytes, edited.limit);
-  // The closing bytes move up by a character.
-  for (std::size_t byte = 0; byte < kClosingBytes; ++byte) {
-    if (end + unit + byte < edited.limit) edited.text[end + unit + byte] = edited.text[end + byte];
+  // The closing bytes move up by a character, as far as there is room.
+  if (end + unit < edited.limit) {
+    std::memmove(edited.text + end + unit, edited.text + end,
+                 std::min(kClosingBytes, edited.limit - end - unit));
   }
   if (edited.limit < end + unit) {
     std::size_t const last = edited.limit - unit;
