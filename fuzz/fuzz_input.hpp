@@ -17,11 +17,12 @@ inline constexpr unsigned kMostElements = 300;
 /// Whether a count asks for elements that only a length bounds.
 enum class Counts { kSmall, kAny };
 
-/// An operation on any id, also one without a row, of either table.
+/// An operation on any id, also one without a row, of either table; but not on strings, which own
+/// storage and cannot be made of any bytes.
 struct Request {
   explicit Request(FuzzedDataProvider& input, Counts counts = Counts::kSmall)
       : manager(input.ConsumeBool() ? 3 : 5),
-        type(static_cast<char>(input.ConsumeIntegral<std::int8_t>())),
+        type(AnyType(input)),
         format(input.ConsumeIntegral<unsigned char>()),
         count(counts == Counts::kAny && input.ConsumeBool()
                   ? input.ConsumeIntegral<unsigned>()
@@ -47,6 +48,13 @@ struct Request {
     std::size_t const whole = std::size_t{count} * Width();
     if (length == 0 || Width() == 0) return whole;
     return std::min(whole, (length + Width() - 1) / Width() * Width());
+  }
+
+ private:
+  static char AnyType(FuzzedDataProvider& input) {
+    auto const id = static_cast<char>(input.ConsumeIntegral<std::int8_t>());
+    constexpr char kNoRow = 99;
+    return id == XoSTRING_T ? kNoRow : id;
   }
 };
 
