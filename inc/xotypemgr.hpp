@@ -7,6 +7,7 @@
 #include "base/export.hpp"
 #include "base/format.hpp"
 #include "base/mem_file.hpp"
+#include "base/number_format.hpp"
 #include "base/number_text.hpp"
 #include "base/option_word.hpp"
 #include "base/platform.hpp"
