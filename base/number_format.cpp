@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "base/number_conversion.hpp"
+#include "base/number_parts.hpp"
 
 namespace xo {
 namespace {
@@ -121,9 +122,7 @@ struct Conversion {
 };
 
 void ToUpper(char* first, char const* last) {
-  for (; first != last; ++first) {
-    if (*first >= 'a' && *first <= 'z') *first = static_cast<char>(*first - 'a' + 'A');
-  }
+  for (; first != last; ++first) *first = UpperAscii(*first);
 }
 
 void PutConverted(BoundedText& text, Conversion const& conversion, std::uint64_t value) {

@@ -19,6 +19,11 @@ constexpr char LowerAscii(char character) {
                                               : character;
 }
 
+constexpr char UpperAscii(char character) {
+  return character >= 'a' && character <= 'z' ? static_cast<char>(character - 'a' + 'A')
+                                              : character;
+}
+
 /// The value of a digit in some base up to 16, or 16.
 constexpr unsigned DigitValue(char character) {
   if (character >= '0' && character <= '9') return static_cast<unsigned>(character - '0');

@@ -2,6 +2,7 @@
 
 /// The whole public interface of the library, and the manager through which it is used.
 
+#include "_xonulty.hpp"
 #include "base/clock.hpp"
 #include "base/config.hpp"
 #include "base/export.hpp"
@@ -18,7 +19,9 @@
 #include "intl/language_context.hpp"
 #include "intl/order_table.hpp"
 #include "intl/wide_list.hpp"
+#include "xoboolean.hpp"
 #include "xochar.hpp"
+#include "xoint64.hpp"
 #include "xomodule.hpp"
 #include "xomultibyte.hpp"
 #include "xoorders.hpp"
@@ -28,6 +31,7 @@
 #include "xostringiterator.hpp"
 #include "xostringstore.hpp"
 #include "xotypcmp.hpp"
+#include "xotypeconvert.hpp"
 #include "xotypes.hpp"
 
 /// The way to every typed value: an operation on a type id is forwarded to the slot of the row that

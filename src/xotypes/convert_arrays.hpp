@@ -1,0 +1,128 @@
+#pragma once
+
+#include <concepts>
+#include <cstddef>
+#include <limits>
+#include <type_traits>
+#include <utility>
+
+#include "base/bytes.hpp"
+#include "src/xotypes/object_array.hpp"
+#include "xoint64.hpp"
+#include "xostring.hpp"
+#include "xotypeconvert.hpp"
+#include "xotypes.hpp"
+
+/// Arrays of values as arrays of strings and back. `ToText` and `FromText` convert one element.
+namespace xo {
+
+/// A number cut to 64 bits, toward zero; what does not fit, NaN included, gives the lowest value.
+constexpr o_8b TruncateToInteger(o_double number) {
+  constexpr o_double kLimit = 9223372036854775808.0;
+  return number >= -kLimit && number < kLimit ? static_cast<o_8b>(number)
+                                              : std::numeric_limits<o_8b>::min();
+}
+
+template <class Value>
+requires std::is_arithmetic_v<Value> XoString ToText(Value value) {
+  if constexpr (std::floating_point<Value>) {
+    return XoString(o_double{value});
+  } else if constexpr (std::is_unsigned_v<Value>) {
+    return XoString(static_cast<unsigned long long>(value));
+  } else {
+    return XoString(static_cast<long long>(value));
+  }
+}
+
+inline XoString ToText(XoInt64 value) { return ToText(o_8b{value.Get8b()}); }
+
+/// What text reads as. Integers up to the width of `int` read as one and are cut; unsigned ones of
+/// that width need the greater range of a floating-point number.
+template <class Value>
+struct FromText {
+  static Value Read(XoString const& text) {
+    if constexpr (std::floating_point<Value> || std::is_same_v<Value, o_u4b>) {
+      auto const number = static_cast<o_double>(text);
+      if constexpr (std::floating_point<Value>) return static_cast<Value>(number);
+      return static_cast<Value>(TruncateToInteger(number));
+    } else if constexpr (sizeof(Value) == sizeof(long long)) {
+      return static_cast<Value>(static_cast<long long>(text));
+    } else {
+      return static_cast<Value>(static_cast<int>(text));
+    }
+  }
+};
+
+template <>
+struct FromText<XoInt64> {
+  static XoInt64 Read(XoString const& text) {
+    XoInt64 value;
+    value.ScanFromXoString(text, nullptr);
+    return value;
+  }
+};
+
+/// An array that goes back to its row unless it is handed on.
+template <class Array>
+class NewArray {
+ public:
+  explicit NewArray(unsigned count_) : values(Array::Create(count_)), count(count_) {}
+  ~NewArray() { Array::Delete(values, count); }
+  NewArray(NewArray const&) = delete;
+  NewArray& operator=(NewArray const&) = delete;
+
+  void* Get() const { return values; }
+  void* Release() { return std::exchange(values, nullptr); }
+
+ private:
+  void* values;
+  unsigned count;
+};
+
+/// Slot `ConvertTo`.
+template <class Value>
+XoTypeConvertData* ConvertToStrings(void* values, unsigned count) {
+  using Strings = ObjectArray<XoString>;
+  NewArray<Strings> strings(count);
+  for (std::size_t index = 0; index < count; ++index) {
+    *Strings::Element(strings.Get(), index) =
+        ToText(LoadBytes<Value>(Advance(values, index * sizeof(Value))));
+  }
+  auto* const carrier = XoTypeConvertData::Make(XoSTRING_T, count, strings.Get(), nullptr);
+  strings.Release();
+  return carrier;
+}
+
+/// Slot `ConvertFrom`: `Array` makes the values, and `Value()` is what stands for a missing text.
+template <class Value, class Array>
+void* ConvertFromStrings(XoTypeConvertData* strings, unsigned count) {
+  NewArray<Array> values(count);
+  for (unsigned index = 0; index < count; ++index) {
+    XoString const* const text =
+        strings != nullptr ? strings->GetString(static_cast<int>(index)) : nullptr;
+    bool const isThere = text != nullptr && text->IsNullValue() == 0;
+    StoreBytes(Advance(values.Get(), index * sizeof(Value)),
+               isThere ? FromText<Value>::Read(*text) : Value());
+  }
+  return values.Release();
+}
+
+/// Slot `DefaultValue` of types without a null value: all defaults are what no text reads as.
+template <class Value, class Array>
+void* DefaultNumbers(unsigned count, int) {
+  return ConvertFromStrings<Value, Array>(nullptr, count);
+}
+
+/// Slot `DefaultValue` of types with one: null values, or what an empty text reads as.
+template <class Value, class Array>
+void* DefaultOrNull(unsigned count, int asNull) {
+  NewArray<Array> values(count);
+  Value value = FromText<Value>::Read(XoString());
+  if (asNull != 0) value.SetNullValue();
+  for (std::size_t index = 0; index < count; ++index) {
+    StoreBytes(Advance(values.Get(), index * sizeof(Value)), value);
+  }
+  return values.Release();
+}
+
+}  // namespace xo
