@@ -172,10 +172,44 @@ class XO_EXPORT XoTypeMgr {
   int GetValue(char type, void* value, unsigned count, unsigned char format,
                NextValueCode code) const;
 
+  // Values as text.
+  /// A new carrier of `count` strings, one for each value, with this manager as its owner; `delete`
+  /// frees both. Null for a type that does not convert.
+  XoTypeConvertData* ConvertTo(char type, void* values, unsigned count);
+  /// New values, the caller's until `Delete`, from `count` strings, whose owner this manager
+  /// becomes. Strings that are missing give the default of the type or, where it has one, null.
+  /// Null for a type that does not convert.
+  void* ConvertFrom(char type, XoTypeConvertData* strings, unsigned count);
+  /// Makes the value null. A type without null takes what an empty string converts to: 0 for the
+  /// numbers. Returns 0, or what the row reports.
+  int SetNullValue(char type, void* value);
+  /// Prints values under `format`, null for the row's own. One value replaces what `out` holds
+  /// (`XoInt64` is appended); more are appended, with commas between them. Bytes print as one piece
+  /// of text, however many there are. Returns `out`.
+  ///
+  /// Formats of plain numbers are told at base/number_format.hpp, those of `XoInt64` there. Under
+  /// "%.17g" floating-point numbers that are not finite are "NaN", "Infinity" and "-Infinity".
+  XoString& PrintToXoString(char type, XoString& out, void* values, char const* format,
+                            unsigned count) const;
+  /// Reads a value from `text` under `format`, null for the row's own; bytes read `count` elements,
+  /// one from each place of the text. Returns `target`. Nothing tells whether the text matched:
+  /// where it does not, a plain number stays as it was.
+  void* ScanFromXoString(char type, void* target, XoString& text, char const* format,
+                         unsigned count) const;
+
   /// What null values print as and read from, at first "{NULL}".
   static XoString const& GetNullPrintString();
   /// Takes a copy of `text` in its place. A set-up call, without a lock.
   static void SetNullPrintString(XoString const& text);
+
+ protected:
+  /// The values as one new string, to be deleted as a single value of `XoSTRING_T`: the text of
+  /// each and behind it a separator, the least character from 1 on that is in none of them. Null
+  /// for a type that does not convert.
+  XoString* ConvertToXoStringOld(void* values, char type, unsigned count);
+  /// New values from such a text, which names its separator by its last character (a comma when it
+  /// is empty) and is consumed.
+  void* ConvertFromXoStringOld(XoString* text, char type, unsigned count);
 
  private:
   /// Whether `type` has a row in the manager's table. On the older table the reserved ids fold to

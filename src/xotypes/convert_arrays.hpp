@@ -107,13 +107,7 @@ void* ConvertFromStrings(XoTypeConvertData* strings, unsigned count) {
   return values.Release();
 }
 
-/// Slot `DefaultValue` of types without a null value: all defaults are what no text reads as.
-template <class Value, class Array>
-void* DefaultNumbers(unsigned count, int) {
-  return ConvertFromStrings<Value, Array>(nullptr, count);
-}
-
-/// Slot `DefaultValue` of types with one: null values, or what an empty text reads as.
+/// Slot `DefaultValue` of types with a null value: null values, or what an empty text reads as.
 template <class Value, class Array>
 void* DefaultOrNull(unsigned count, int asNull) {
   NewArray<Array> values(count);

@@ -58,6 +58,13 @@ struct ScalarOperations {
     }
   }
 
+  /// What empty texts read as: 0, which is all bits zero in every row.
+  static void* DefaultValue(unsigned count, int) {
+    void* const values = Create(count);
+    Constructor(values, count, 0);
+    return values;
+  }
+
   static unsigned Translate(void* target, unsigned char targetFormat, unsigned targetLength,
                             void* source, unsigned char sourceFormat, unsigned sourceLength,
                             unsigned count) {

@@ -2,7 +2,6 @@
 #include <cstdint>
 #include <cstring>
 
-#include "src/xostring/null_print_string.hpp"
 #include "xotypemgr.hpp"
 
 namespace xo {
@@ -241,7 +240,3 @@ int XoTypeMgr::GetValue(char type, void* value, unsigned count, unsigned char fo
   row.Delete(temporary, 1);
   return result;
 }
-
-XoString const& XoTypeMgr::GetNullPrintString() { return xo::NullPrintString(); }
-
-void XoTypeMgr::SetNullPrintString(XoString const& text) { xo::NullPrintString() = text; }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "src/xotypes/convert_arrays.hpp"
+#include "src/xotypes/number_print.hpp"
 #include "src/xotypes/scalar_hash.hpp"
 #include "src/xotypes/scalar_operations.hpp"
 #include "src/xotypes/scalar_step.hpp"
@@ -87,8 +89,9 @@ constexpr TypeDescriptor WithSizesOf(TypeDescriptor row) {
   return row;
 }
 
-/// The row of a plain scalar. `Traits` names its `Value`, its disk `Family` and its comparison
-/// `kCompare`; rows of one family share what depends on the family alone.
+/// The row of a plain scalar. `Traits` names its `Value`, its disk `Family`, its comparison
+/// `kCompare` and its conversions `kConvertTo` and `kConvertFrom`; rows of one family share what
+/// depends on the family alone.
 template <class Traits>
 constexpr TypeDescriptor MakeScalarRow(char const* name, char const* typeIdName,
                                        char const* format) {
@@ -104,11 +107,16 @@ constexpr TypeDescriptor MakeScalarRow(char const* name, char const* typeIdName,
   row.SizeGetFromMemFile = Operations::SizeGetFromMemFile;
   row.Compare = Traits::kCompare;
   row.Hash = HashScalars<Value, Family>;
+  row.ConvertTo = Traits::kConvertTo;
+  row.ConvertFrom = Traits::kConvertFrom;
   row.Constructor = Operations::Constructor;
   row.Destructor = Operations::Destructor;
   row.Assignment = Operations::Assignment;
   row.Copy = Operations::Assignment;
   row.Translate = Operations::Translate;
+  row.PrintToXoString = NumberText<Value>::kPrint;
+  row.ScanFromXoString = NumberText<Value>::kScan;
+  row.DefaultValue = Operations::DefaultValue;
   row.GetValue = StepValue<Value>;
   return row;
 }

@@ -1,6 +1,7 @@
 #include "src/xotypmgr/row_builders.hpp"
 #include "src/xotypmgr/string_row_builders.hpp"
 #include "xotypcmp.hpp"
+#include "xotypeconvert.hpp"
 #include "xotypes.hpp"
 
 /// The table of types on one page. Every row is complete before any code of the process runs, as
@@ -9,25 +10,38 @@
 namespace xo {
 namespace {
 
-template <class ValueType, class FamilyType, XCompare* CompareFunction>
+template <class ValueType, class FamilyType, XCompare* CompareFunction, XoConvertTo* ConvertTo,
+          XoConvertFrom* ConvertFrom>
 struct Scalar {
   using Value = ValueType;
   using Family = FamilyType;
   static constexpr XCompare* kCompare = CompareFunction;
+  static constexpr XoConvertTo* kConvertTo = ConvertTo;
+  static constexpr XoConvertFrom* kConvertFrom = ConvertFrom;
 };
 
-using Char = Scalar<o_char, CharFamily, CharCompare>;
-using Byte = Scalar<o_u1b, CharFamily, ByteCompare>;
-using Short = Scalar<o_2b, ShortFamily, ShortCompare>;
-using Word = Scalar<o_u2b, ShortFamily, WordCompare>;
-using Long = Scalar<o_4b, LongFamily, LongCompare>;
-using Dword = Scalar<o_u4b, LongFamily, DwordCompare>;
-using Int = Scalar<o_4b, IntFamily, IntCompare>;
-using Unsigned = Scalar<o_u4b, UnsignedFamily, UnsignedCompare>;
-using LongLong = Scalar<o_8b, LongLongFamily, O_8BCompare>;
-using UnsignedLongLong = Scalar<o_u8b, LongLongFamily, O_U8BCompare>;
-using Double = Scalar<o_double, DoubleFamily, DoubleCompare>;
-using Float = Scalar<o_float, FloatFamily, FloatCompare>;
+using Char =
+    Scalar<o_char, CharFamily, CharCompare, CharConvertToXoString, CharConvertFromXoString>;
+using Byte =
+    Scalar<o_u1b, CharFamily, ByteCompare, O_U1BConvertToXoString, O_U1BConvertFromXoString>;
+using Short =
+    Scalar<o_2b, ShortFamily, ShortCompare, ShortConvertToXoString, ShortConvertFromXoString>;
+using Word =
+    Scalar<o_u2b, ShortFamily, WordCompare, WordConvertToXoString, WordConvertFromXoString>;
+using Long = Scalar<o_4b, LongFamily, LongCompare, LongConvertToXoString, LongConvertFromXoString>;
+using Dword =
+    Scalar<o_u4b, LongFamily, DwordCompare, DwordConvertToXoString, DwordConvertFromXoString>;
+using Int = Scalar<o_4b, IntFamily, IntCompare, IntConvertToXoString, IntConvertFromXoString>;
+using Unsigned = Scalar<o_u4b, UnsignedFamily, UnsignedCompare, UnsignedConvertToXoString,
+                        UnsignedConvertFromXoString>;
+using LongLong =
+    Scalar<o_8b, LongLongFamily, O_8BCompare, O_8BConvertToXoString, O_8BConvertFromXoString>;
+using UnsignedLongLong =
+    Scalar<o_u8b, LongLongFamily, O_U8BCompare, O_U8BConvertToXoString, O_U8BConvertFromXoString>;
+using Double = Scalar<o_double, DoubleFamily, DoubleCompare, DoubleConvertToXoString,
+                      DoubleConvertFromXoString>;
+using Float =
+    Scalar<o_float, FloatFamily, FloatCompare, FloatConvertToXoString, FloatConvertFromXoString>;
 
 constinit TypeDescriptor charRow = MakeScalarRow<Char>("o_char", "Xo1B_T", "%c");
 constinit TypeDescriptor shortRow = MakeScalarRow<Short>("o_2b", "Xo2B_T", "%hd");

@@ -231,11 +231,13 @@ TEST(IllegalRow, AnswersForRowsWithNoOperationsYet) {
   }
 }
 
-TEST(IllegalRow, AnswersForWhatScalarsCannotDoYet) {
-  for (int id : kScalarRows) {
-    SCOPED_TRACE(id);
-    ExpectNoConversionTextOrBounds(Row(id));
-  }
+TEST(IllegalRow, HasTheBoundsOfRowsThatCannotTellThemYet) {
+  for (int id : kBuiltRows) EXPECT_EQ(Row(id).EvalAndBound, Row(kIllegalRow).EvalAndBound) << id;
+}
+
+TEST(RowFunctions, BytesPrintAndScanByOneFunction) {
+  EXPECT_EQ(Row(0).PrintToXoString, Row(10).PrintToXoString);
+  EXPECT_EQ(Row(0).ScanFromXoString, Row(10).ScanFromXoString);
 }
 
 }  // namespace
