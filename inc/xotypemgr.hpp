@@ -14,6 +14,7 @@
 #include "base/platform.hpp"
 #include "base/scalar_disk.hpp"
 #include "base/version.hpp"
+#include "base/wrapping.hpp"
 #include "intl/code_set.hpp"
 #include "intl/language.hpp"
 #include "intl/language_context.hpp"
@@ -22,6 +23,9 @@
 #include "xoboolean.hpp"
 #include "xochar.hpp"
 #include "xoint64.hpp"
+#include "xodate.hpp"
+#include "xodatetime.hpp"
+#include "xodatetimen.hpp"
 #include "xomodule.hpp"
 #include "xomultibyte.hpp"
 #include "xoorders.hpp"
@@ -30,9 +34,12 @@
 #include "xostringhash.hpp"
 #include "xostringiterator.hpp"
 #include "xostringstore.hpp"
+#include "xotime.hpp"
+#include "xotimespan.hpp"
 #include "xotypcmp.hpp"
 #include "xotypeconvert.hpp"
 #include "xotypes.hpp"
+#include "xovaluesetters.hpp"
 
 /// The way to every typed value: an operation on a type id is forwarded to the slot of the row that
 /// the id selects in the table that the manager was built with (`TypeDescriptor`).
