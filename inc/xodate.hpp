@@ -102,6 +102,13 @@ class XoDate : public xo::ValueSetters<XoDate> {
   /// were printed so must be read again.
   XO_EXPORT static char const* MonthName(int month);
 
+  // Text, in the format language of docs/formats-temporal.md.
+  /// Prints to `out` and returns it; a null format means "%Y-%m-%d".
+  XO_EXPORT XoString& PrintToXoString(XoString& out, char const* format) const;
+  /// Reads from `in`, with the same default. Returns this, or null when the text ended too early;
+  /// the fields that were read are taken even then, and all others are 0.
+  XO_EXPORT XoDate* ScanFromXoString(XoString& in, char const* format);
+
  protected:
   /// The quotient of the magnitudes, negated when exactly one of the arguments is negative.
   constexpr int divide(int a, int b) const;

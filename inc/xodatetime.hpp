@@ -71,6 +71,10 @@ class XoDateTime : public xo::ValueSetters<XoDateTime> {
   XO_EXPORT int ToLocalTime();
   XO_EXPORT int ToUTCTime();
 
+  // Text, as told at `XoDate`; a null format means "%Y-%m-%dT%H:%M:%S".
+  XO_EXPORT XoString& PrintToXoString(XoString& out, char const* format) const;
+  XO_EXPORT XoDateTime* ScanFromXoString(XoString& in, char const* format);
+
  private:
   constexpr void SetHourMinuteOfDay(int minutes);
   void ShiftMinutes(o_8b minutes);

@@ -233,6 +233,10 @@ class XoDateTimeN : public xo::NanoSecondFields<XoDateTimeN> {
   constexpr int IsValidDateTime() const { return DateTime().IsDateTime(); }
   /// Days since 0000-01-01.
   constexpr int GetTotalDays() const { return Date() - XoDate::ZeroValue(); }
+
+  // Text, as told at `XoDate`; a null format means "%X".
+  XO_EXPORT XoString& PrintToXoString(XoString& out, char const* format) const;
+  XO_EXPORT XoDateTimeN* ScanFromXoString(XoString& in, char const* format);
 };
 
 static_assert(sizeof(XoDateTimeN) == 12);
@@ -250,3 +254,15 @@ constexpr XoDateTimeN const& XoDateTimeN::NullValue() { return xo::kNullDateTime
 constexpr XoDateTimeN const& XoDateTimeN::DefaultValue() { return xo::kDefaultDateTimeN; }
 constexpr XoDateTimeN const& XoDateTimeN::ZeroValue() { return xo::kZeroDateTimeN; }
 constexpr XoDateTimeN const& XoDateTimeN::ClearValue() { return xo::kClearDateTimeN; }
+
+/// The one formatter of all temporal types, in the language of docs/formats-temporal.md. `value`
+/// points to the fields of an `XoDateTimeN` or an `XoTimeSpan`, which need no alignment. A null
+/// value gives the null print string whatever the format; text stops at 2559 characters. `count` is
+/// not read. Returns `out`.
+XO_EXPORT XoString& XoDateTimeNPrint(XoString& out, void const* value, char const* format,
+                                     unsigned count);
+
+/// The one scanner, in the same language. Every field is taken: those that the format does not name
+/// become 0. Returns `value`, or null where the text ended before the last conversion. Nothing is
+/// validated, and text behind what the format asks for is not looked at.
+XO_EXPORT void* XoDateTimeNScan(void* value, XoString& in, char const* format, unsigned count);

@@ -70,6 +70,10 @@ class XoTime : public xo::ValueSetters<XoTime> {
   // is lost. Each returns 0, or `kTimeZoneUnknown` with the time as it was.
   XO_EXPORT int ToLocalTime();
   XO_EXPORT int ToUTCTime();
+
+  // Text, as told at `XoDate`; a null format means "%H:%M:%S".
+  XO_EXPORT XoString& PrintToXoString(XoString& out, char const* format) const;
+  XO_EXPORT XoTime* ScanFromXoString(XoString& in, char const* format);
 };
 
 static_assert(sizeof(XoTime) == 3);

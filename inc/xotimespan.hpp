@@ -48,6 +48,10 @@ class XoTimeSpan : public xo::NanoSecondFields<XoTimeSpan> {
   /// The distance of two values, whichever is the later, where days are counted by the calendar of
   /// `XoDate` and then folded into that of spans. A null value counts as all zeros.
   static constexpr XoTimeSpan Difference(XoTimeSpan const& a, XoTimeSpan const& b);
+
+  // Text, as told at `XoDate`; a null format means "%V".
+  XO_EXPORT XoString& PrintToXoString(XoString& out, char const* format) const;
+  XO_EXPORT XoTimeSpan* ScanFromXoString(XoString& in, char const* format);
 };
 
 static_assert(sizeof(XoTimeSpan) == 12);
