@@ -34,3 +34,13 @@ XO_EXPORT XCompare DoubleCompare;  ///< `o_double`
 /// here: nothing is read behind them, and in memory form they are not looked at. In memory form a
 /// string without any text comes before one with text, whatever the pattern.
 XO_EXPORT XCompare StringCompare;
+// Dates, times and spans. In memory form the result is what `Compare` of the class gives, where a
+// wildcard field, -1 on either side, equals every value unless `cmpOp` has `CmpOpNoWildcards`. In
+// every other form the fields are compared where they lie, as signed numbers, the year and the
+// nanoseconds in the format's byte order; the result is -1, 0 or 1, and the wildcards of the second
+// operand alone count.
+XO_EXPORT XCompare XoDateCompare;
+XO_EXPORT XCompare XoTimeCompare;
+XO_EXPORT XCompare XoDateTimeCompare;
+XO_EXPORT XCompare XoDateTimeNCompare;
+XO_EXPORT XCompare XoTimeSpanCompare;

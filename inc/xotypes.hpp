@@ -98,12 +98,14 @@ inline constexpr unsigned short CmpOpBinaryOrder = 0x100;
 /// does not know, and for every format but `FormMemory`; it changes the first element alone.
 using NextValueCode = unsigned char;
 /// The next greater value, or `ERR_TM_NO_NEXT_VALUE` where there is none. Both codes mean the same.
+/// A date moves by a day, a time by a second, what has nanoseconds by one of them.
 inline constexpr NextValueCode kNextValue = 'N';
 inline constexpr NextValueCode kNextValueToo = 'M';
 /// The present value of a temporal type: now, today. Integers accept it and keep their value;
-/// floating-point numbers do not know it.
+/// floating-point numbers do not know it. A span of time keeps its value as well.
 inline constexpr NextValueCode kPresentValue = 'O';
-/// The lowest value of the type: of an integer the lowest number, of a floating-point number a NaN.
+/// The lowest value of the type: of an integer the lowest number, of a floating-point number a NaN,
+/// of a temporal type null.
 /// Rows know it, `XoTypeMgr::GetValue` does not.
 inline constexpr NextValueCode kLowestValue = 2;
 
@@ -150,6 +152,9 @@ struct TypeDescriptor {
   /// both halves, XORed), all XORed together and times 1103515245 in 32 bits. So it does not depend
   /// on the order of elements, and not on the high half of a 64-bit integer. Zeros of both signs
   /// and NaNs of different bits hash apart, although they compare equal.
+  /// A date gives `(year << 16) + (month << 8) + day` in place of those bits, a time the same of
+  /// its fields, and both read their bytes as they lie, in every format. A date and time gives the
+  /// two XORed, with the nanoseconds where it has them, of the value in any format.
   using HashFunction = unsigned(unsigned char format, unsigned length, void* data, unsigned count,
                                 int& error);
   using ConvertToFunction = XoTypeConvertData*(void* values, unsigned count);

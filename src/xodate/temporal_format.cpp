@@ -3,6 +3,7 @@
 #include <cstring>
 #include <utility>
 
+#include "src/xostring/narrow_text.hpp"
 #include "src/xostring/null_print_string.hpp"
 
 namespace xo {
@@ -158,19 +159,9 @@ bool Scan(ScanTarget& target, char const* text, char const* format) {
   }
 }
 
-/// The text of a string in single bytes: its own, or that of `narrow`, which takes it.
-char const* NarrowText(XoString const& string, XoString& narrow) {
-  constexpr unsigned char kLastNarrowCodeSet = 224;
-  if (string.codeSet <= kLastNarrowCodeSet) return string.StrGet();
-  narrow = "";
-  narrow += string;
-  return narrow.StrGet();
-}
-
 bool BeginsWithNull(char const* text) {
-  XoString narrow;
-  char const* const null = NarrowText(NullPrintString(), narrow);
-  return std::strncmp(text, null, std::strlen(null)) == 0;
+  NarrowText const null(NullPrintString());
+  return std::strncmp(text, null.Get(), std::strlen(null.Get())) == 0;
 }
 
 }  // namespace
@@ -187,14 +178,13 @@ XoString& PrintTemporal(XoString& out, XoDateTimeN const& value, char const* for
 }
 
 bool ScanTemporal(XoDateTimeN& value, XoString const& in, char const* format) {
-  XoString narrow;
-  char const* const text = NarrowText(in, narrow);
-  if (BeginsWithNull(text)) {
+  NarrowText const text(in);
+  if (BeginsWithNull(text.Get())) {
     value.SetNullValue();
     return true;
   }
   ScanTarget target{};
-  bool const isWhole = Scan(target, text, format);
+  bool const isWhole = Scan(target, text.Get(), format);
   TemporalFields& fields = target.fields;
   if (target.isPm && fields.hour < 12) {
     fields.hour += 12;

@@ -1,12 +1,12 @@
 #pragma once
 
-#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
 
 #include "base/allocation.hpp"
 #include "src/xotypes/scalar_family.hpp"
+#include "src/xotypes/stored_copy.hpp"
 
 /// The slots of the plain scalars that depend on the element's width and disk family alone. Arrays
 /// are contiguous elements with no header, and need no alignment.
@@ -78,29 +78,21 @@ struct ScalarOperations {
     }
     if (toMemory) {
       return Family::kLoad(target, source, sourceFormat,
-                           WholeElements(count, sourceLength, sourceFormat));
+                           ReachedElements(count, sourceLength, sourceFormat));
     }
     if (fromMemory) {
       unsigned char const format = FormNibble(targetFormat);
-      return Family::kStore(target, source, format, WholeElements(count, targetLength, format));
+      return Family::kStore(target, source, format, ReachedElements(count, targetLength, format));
     }
     return CopyStored(target, targetLength, source, sourceLength);
   }
 
  private:
-  /// How many of `count` stored elements lie whole within `length` bytes; 0 means not limited.
-  static unsigned WholeElements(unsigned count, unsigned length, unsigned char format) {
-    return length == 0 ? count : std::min(count, length / DiskWidth<Family>(FormNibble(format)));
-  }
-
-  /// Disk to disk: bytes as they are, whatever the two formats, in a target that is cleared first
-  /// where it is longer than the source.
-  static unsigned CopyStored(void* target, unsigned targetLength, void const* source,
-                             unsigned sourceLength) {
-    unsigned const length = std::min(sourceLength, targetLength);
-    if (length < targetLength) std::memset(target, 0, targetLength);
-    if (length != 0) std::memmove(target, source, length);
-    return length;
+  /// The whole elements within a length. The helper is asked for their width only where the length
+  /// limits.
+  static unsigned ReachedElements(unsigned count, unsigned length, unsigned char format) {
+    if (length == 0) return count;
+    return WholeElements(count, length, DiskWidth<Family>(FormNibble(format)));
   }
 };
 

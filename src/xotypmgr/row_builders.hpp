@@ -2,6 +2,8 @@
 
 #include "src/xotypes/convert_arrays.hpp"
 #include "src/xotypes/number_print.hpp"
+#include "src/xodate/temporal_rows.hpp"
+#include "src/xodate/temporal_text.hpp"
 #include "src/xotypes/scalar_hash.hpp"
 #include "src/xotypes/scalar_operations.hpp"
 #include "src/xotypes/scalar_step.hpp"
@@ -118,6 +120,37 @@ constexpr TypeDescriptor MakeScalarRow(char const* name, char const* typeIdName,
   row.ScanFromXoString = NumberText<Value>::kScan;
   row.DefaultValue = Operations::DefaultValue;
   row.GetValue = StepValue<Value>;
+  return row;
+}
+
+/// The row of a temporal class, which follows from its layout. Elements own no storage.
+template <class Layout>
+constexpr TypeDescriptor MakeTemporalRow(char const* name, char const* typeIdName,
+                                         char const* format, XCompare* compare) {
+  using Value = typename Layout::Value;
+  using Objects = ObjectArray<Value>;
+  using Storage = TemporalStorage<Layout>;
+  auto row = MakeEmptyRow(name, typeIdName, format, sizeof(Value), 1);
+  row.Create = Objects::Create;
+  row.Delete = Objects::Delete;
+  row.Store = Storage::Store;
+  row.Load = Storage::Load;
+  row.NullSizeGet = Storage::NullSizeGet;
+  row.SizeGet = Storage::SizeGet;
+  row.SizeGetFromMemFile = Storage::SizeGetFromMemFile;
+  row.Compare = compare;
+  row.Hash = HashTemporal<Layout>;
+  row.Constructor = Objects::Constructor;
+  row.Destructor = Objects::Destructor;
+  row.Assignment = Objects::Assignment;
+  row.Copy = Objects::Copy;
+  row.Translate = Storage::Translate;
+  row.IsNull = IsNullSlot<Value>;
+  row.SetNull = SetNullSlot<Value>;
+  row.PrintToXoString = PrintSlot<Value>;
+  row.ScanFromXoString = ScanSlot<Value>;
+  row.DefaultValue = NewDefaults<Value>;
+  row.GetValue = StepTemporal<Value>;
   return row;
 }
 

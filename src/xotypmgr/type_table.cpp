@@ -55,16 +55,18 @@ constinit TypeDescriptor unsignedRow = MakeScalarRow<Unsigned>("unsigned", "XoUN
 constinit TypeDescriptor enumRow = WithoutGetValue(MakeScalarRow<Int>("enum", "XoENUM_T", "%d"));
 constinit TypeDescriptor byteRow = MakeScalarRow<Byte>("o_u1b", "XoU1B_T", "%c");
 constinit TypeDescriptor stringRow = MakeStringRow();
-constinit TypeDescriptor dateRow = MakeEmptyRow("XoDate", "XoDATE_T", "%a %e.%b %Y", 4, 1);
-constinit TypeDescriptor timeRow = MakeEmptyRow("XoTime", "XoTIME_T", "%I:%M:%S %p", 3, 1);
+constinit TypeDescriptor dateRow =
+    MakeTemporalRow<DateLayout>("XoDate", "XoDATE_T", "%a %e.%b %Y", XoDateCompare);
+constinit TypeDescriptor timeRow =
+    MakeTemporalRow<TimeLayout>("XoTime", "XoTIME_T", "%I:%M:%S %p", XoTimeCompare);
 constinit TypeDescriptor blockIdRow = MakeScalarRow<Dword>("BlockId", "XoBLOCKID_T", "#%lu");
 constinit TypeDescriptor objectIdRow = MakeEmptyRow("XoObjId", "XoOBJID_T", "(%H-%L#%B)", 12, 1);
 constinit TypeDescriptor classIdRow = MakeEmptyRow("XoClassId", "XoCLID_T", "(%Cv%V)", 4, 1);
 constinit TypeDescriptor referenceRow =
     MakeEmptyRow("XoRef", "XoREF_T", "(%D:%H-%L#%B, %C)", 16, 1);
 constinit TypeDescriptor blobRow = MakeEmptyRow("XoBlob", "XoBLOB_T", "[BLOB,len=%L]", 8, 0);
-constinit TypeDescriptor dateTimeRow =
-    MakeEmptyRow("XoDateTime", "XoDATIME_T", "%a %e.%b %Y %I:%M:%S %p", 8, 1);
+constinit TypeDescriptor dateTimeRow = MakeTemporalRow<DateTimeLayout>(
+    "XoDateTime", "XoDATIME_T", "%a %e.%b %Y %I:%M:%S %p", XoDateTimeCompare);
 constinit TypeDescriptor weightedStringRow = MakeEmptyRow("XoIString", "XoISTRING_T", "%s", 16, 0);
 constinit TypeDescriptor weightedCaseStringRow =
     MakeEmptyRow("XoCaseIString", "XoCASEISTRING_T", "%s", 16, 0);
@@ -92,8 +94,10 @@ constinit TypeDescriptor nullDoubleRow =
 constinit TypeDescriptor nullInt64Row =
     MakeEmptyRow("XoNull_XoInt64", "XoNULL_XOINT64_T", "%S", 12, 1);
 constinit TypeDescriptor sealRow = MakeEmptyRow("XoSeal", "XoSEAL_T", "noop", 6, 1);
-constinit TypeDescriptor dateTimeNRow = MakeEmptyRow("XoDateTimeN", "XoDATIME_N_T", "%X", 12, 1);
-constinit TypeDescriptor timeSpanRow = MakeEmptyRow("XoTimeSpan", "XoTIMESPAN_T", "%V", 12, 1);
+constinit TypeDescriptor dateTimeNRow =
+    MakeTemporalRow<DateTimeNLayout>("XoDateTimeN", "XoDATIME_N_T", "%X", XoDateTimeNCompare);
+constinit TypeDescriptor timeSpanRow =
+    MakeTemporalRow<TimeSpanLayout>("XoTimeSpan", "XoTIMESPAN_T", "%V", XoTimeSpanCompare);
 constinit TypeDescriptor longLongRow = MakeScalarRow<LongLong>("o_8b", "Xo8B_T", "%I64d");
 constinit TypeDescriptor unsignedLongLongRow =
     MakeScalarRow<UnsignedLongLong>("o_u8b", "XoU8B_T", "%I64u");

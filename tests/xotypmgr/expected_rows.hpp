@@ -75,12 +75,16 @@ static_assert(sizeof kExpectedRows / sizeof kExpectedRows[0] == kRowCount);
 /// The rows of the plain scalars.
 inline constexpr int kScalarRows[] = {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 14, 42, 43};
 
+/// The rows of dates, times and spans.
+inline constexpr int kTemporalRows[] = {12, 13, 19, 40, 41};
+
 /// The rows with operations of their own. All others answer as the `illegal` row does; whoever
 /// gives one its operations moves it here.
 inline std::set<int> const kBuiltRows = [] {
-  std::set<int> built(std::begin(kScalarRows), std::end(kScalarRows));
-  built.insert(11);
-  return built;
+  std::set<int> rows(std::begin(kScalarRows), std::end(kScalarRows));
+  rows.insert(std::begin(kTemporalRows), std::end(kTemporalRows));
+  rows.insert(11);
+  return rows;
 }();
 
 /// The type id as the operations take it.

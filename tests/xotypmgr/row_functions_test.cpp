@@ -153,10 +153,13 @@ TEST(RowFunctions, ComparisonsStandUnderTheirOwnNames) {
   struct {
     int id;
     XCompare* compare;
-  } const rows[] = {{0, CharCompare},     {1, ShortCompare}, {2, LongCompare},  {3, DoubleCompare},
-                    {4, FloatCompare},    {5, WordCompare},  {6, DwordCompare}, {7, IntCompare},
-                    {8, UnsignedCompare}, {9, IntCompare},   {10, ByteCompare}, {11, StringCompare},
-                    {14, DwordCompare},   {42, O_8BCompare}, {43, O_U8BCompare}};
+  } const rows[] = {{0, CharCompare},         {1, ShortCompare},      {2, LongCompare},
+                    {3, DoubleCompare},       {4, FloatCompare},      {5, WordCompare},
+                    {6, DwordCompare},        {7, IntCompare},        {8, UnsignedCompare},
+                    {9, IntCompare},          {10, ByteCompare},      {11, StringCompare},
+                    {14, DwordCompare},       {42, O_8BCompare},      {43, O_U8BCompare},
+                    {12, XoDateCompare},      {13, XoTimeCompare},    {19, XoDateTimeCompare},
+                    {40, XoDateTimeNCompare}, {41, XoTimeSpanCompare}};
   for (auto const& row : rows) EXPECT_EQ(Row(row.id).Compare, row.compare) << row.id;
 }
 
