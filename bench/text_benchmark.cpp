@@ -3,127 +3,17 @@
 #include <unicode/usearch.h>
 #include <unicode/ustring.h>
 
-#include <algorithm>
-#include <cstdlib>
 #include <cstring>
-#include <fstream>
-#include <iostream>
-#include <random>
+#include <memory>
 #include <string>
 #include <vector>
 #include <xotypemgr.hpp>
 
+#include "bench/word_lists.hpp"
+
+using namespace bench;
+
 namespace {
-
-constexpr unsigned char kLatin1 = 1;
-constexpr unsigned char kUnicode = 253;
-
-struct Release {
-  void operator()(UCollator* collator) const { ucol_close(collator); }
-  void operator()(UStringSearch* search) const { usearch_close(search); }
-};
-using Collator = std::unique_ptr<UCollator, Release>;
-
-void Require(UErrorCode status) {
-  if (U_SUCCESS(status)) return;
-  std::cerr << "text_benchmark: ICU: " << u_errorName(status) << '\n';
-  std::exit(2);
-}
-
-Collator OpenCollator(char const* locale) {
-  UErrorCode status = U_ZERO_ERROR;
-  Collator collator(ucol_open(locale, &status));
-  Require(status);
-  return collator;
-}
-
-/// A word in the encodings that are compared.
-struct Word {
-  std::string utf8;
-  std::string latin1;
-  std::u16string utf16;
-};
-
-/// 100,000 words of one of Debian's lists, of those that code set 1 holds, shuffled.
-struct WordList {
-  char const* name;
-  char const* path;
-  char const* locale;
-  unsigned char language;
-  std::vector<Word> words{};
-
-  std::vector<Word> const& Words() {
-    if (words.empty()) Read();
-    return words;
-  }
-
- private:
-  void Read() {
-    std::ifstream file(path);
-    for (std::string line; std::getline(file, line);) {
-      XoString text;
-      if (XoMBS2XoString(line.data(), text, static_cast<int>(line.size())) <= 0) continue;
-      Word word{line, {}, {}};
-      bool isLatin1 = true;
-      for (int place = 0; place < text.Len(); ++place) {
-        unsigned short const code = text[place].Code();
-        isLatin1 = isLatin1 && code < 256;
-        word.utf16 += static_cast<char16_t>(code);
-        word.latin1 += static_cast<char>(code);
-      }
-      if (isLatin1) words.push_back(word);
-    }
-    std::shuffle(words.begin(), words.end(), std::mt19937(20240607));
-    constexpr std::size_t kWords = 100000;
-    if (words.size() < kWords) {
-      std::cerr << "text_benchmark: " << path << ": too few words, is its package installed?\n";
-      std::exit(2);
-    }
-    words.resize(kWords);
-  }
-};
-
-WordList& Lists(std::size_t index) {
-  static WordList lists[] = {{"English words", "/usr/share/dict/american-english", "en_US", 1},
-                             {"German words", "/usr/share/dict/ngerman", "de_DE", 2},
-                             {"French words", "/usr/share/dict/french", "fr_FR", 6}};
-  return lists[index];
-}
-
-/// A word in one of the encodings, in a block of memory that holds all of them one behind another.
-template <class Unit>
-struct View {
-  Unit const* text;
-  int32_t length;
-};
-
-template <class Unit>
-struct Block {
-  std::vector<Unit> units;
-  std::vector<View<Unit>> views;
-
-  template <class Encoding>
-  Block(std::vector<Word> const& words, Encoding Word::*encoding) {
-    std::size_t size = 0;
-    for (Word const& word : words) size += (word.*encoding).size() + 1;
-    units.reserve(size);
-    for (Word const& word : words) {
-      Encoding const& text = word.*encoding;
-      views.push_back({units.data() + units.size(), static_cast<int32_t>(text.size())});
-      units.insert(units.end(), text.c_str(), text.c_str() + text.size() + 1);
-    }
-  }
-};
-
-template <class Unit, class Less>
-void SortViews(benchmark::State& state, Block<Unit> const& block, Less less) {
-  std::vector<View<Unit>> order;
-  for (auto _ : state) {
-    order = block.views;
-    std::sort(order.begin(), order.end(), less);
-    benchmark::DoNotOptimize(order.data());
-  }
-}
 
 char const* Bytes(char16_t const* text) {
   return static_cast<char const*>(static_cast<void const*>(text));
@@ -256,11 +146,15 @@ void FindOurs(benchmark::State& state) {
   for (auto _ : state) benchmark::DoNotOptimize(text.Find(word));
 }
 
+struct CloseSearch {
+  void operator()(UStringSearch* search) const { usearch_close(search); }
+};
+
 void FindIcu(benchmark::State& state) {
   std::string const narrow = SearchedText();
   std::u16string const text(narrow.begin(), narrow.end());
   UErrorCode status = U_ZERO_ERROR;
-  std::unique_ptr<UStringSearch, Release> const search(usearch_open(
+  std::unique_ptr<UStringSearch, CloseSearch> const search(usearch_open(
       u"zephyr", 6, text.data(), static_cast<int32_t>(text.size()), "en_US", nullptr, &status));
   Require(status);
   for (auto _ : state) {
@@ -330,13 +224,8 @@ void EncodeIcu(benchmark::State& state) {
   }
 }
 
-template <class Function, class... Arguments>
-void Register(std::string const& name, Function function, Arguments&&... arguments) {
-  benchmark::RegisterBenchmark(name.c_str(), function, std::forward<Arguments>(arguments)...);
-}
-
 bool const registered = [] {
-  for (std::size_t index = 0; index < 3; ++index) {
+  for (std::size_t index = 0; index < kLists; ++index) {
     WordList& list = Lists(index);
     std::string const name = list.name;
     Register("sort 8-bit, " + name + "/ours", SortOurs8, std::ref(list));
