@@ -1,6 +1,7 @@
 #include <cstddef>
 
 #include "src/xostring/order_keys.hpp"
+#include "src/xotypcmp/key_compare.hpp"
 #include "src/xotypcmp/string_rows.hpp"
 #include "src/xotypes/stored_text.hpp"
 #include "xostrcmp.hpp"
@@ -126,80 +127,61 @@ int CompareElement(OperandText first, OperandText second, unsigned short cmpOp,
   return result;
 }
 
-// What follows compares whole keys where they lie. It gives what `CompareStrings` gives, or
-// nothing.
+// What follows compares single records that are there whole where they lie. It gives what
+// `CompareStrings` gives, or nothing.
 
-/// A whole key of a group, in the machine's order.
-struct WholeKey {
-  unsigned char const* orders;
-  std::size_t bytes;
-};
-
-/// The unit whose bytes begin at `offset`, or the end of the key.
-unsigned short OrderAt(WholeKey const& key, std::size_t offset) {
-  return offset < key.bytes ? LoadBytes<unsigned short>(key.orders + offset)
-                            : static_cast<unsigned short>(0);
+/// Whether the first `kEmptyRecordBytes` of a record are there. A declared length of 0 becomes the
+/// greatest by the subtraction.
+constexpr bool HasHeader(unsigned available) { return available - 1 >= kEmptyRecordBytes - 1; }
+/// Whether all of a record with a header is there whose length field holds `length`.
+constexpr bool IsThere(unsigned available, unsigned length) {
+  return length >= kHeaderBytes && available - 1 >= length + (kLengthBytes - 1);
 }
 
-/// Whether one of four units is zero.
-constexpr bool HasZeroUnit(std::uint64_t units) {
-  constexpr std::uint64_t kOnes = 0x0001000100010001;
-  return ((units - kOnes) & ~units & kOnes << 15) != 0;
+/// Keys of one group that has no rules of its own, neither null nor cut.
+inline bool CompareWholeKeys(unsigned len1, void const* buf1, unsigned len2, void const* buf2,
+                             unsigned short cmpOp, int& result) {
+  if (!HasHeader(len1) || !HasHeader(len2)) return false;
+  auto const header1 = LoadBytes<std::uint32_t>(buf1);
+  auto const header2 = LoadBytes<std::uint32_t>(buf2);
+  unsigned const length1 = header1 & 0xFFFF;
+  unsigned const length2 = header2 & 0xFFFF;
+  unsigned const group = header1 >> 24;
+  if (header1 >> 16 != header2 >> 16 || (header1 >> 16 & 0xFF) != kSortOrderSet) return false;
+  if (group - 1 >= kUntabledGroup - 1u || ((length1 | length2) & 1) != 0) return false;
+  if (!IsThere(len1, length1) || !IsThere(len2, length2)) return false;
+  auto const orders = [](void const* record, unsigned length) {
+    return KeyOrders{static_cast<unsigned char const*>(record) + kHeaderBytes,
+                     length - kHeaderBytes};
+  };
+  result = CompareKeys(orders(buf1, length1), orders(buf2, length2),
+                       static_cast<unsigned char>(group), cmpOp);
+  return true;
 }
 
-constexpr bool IsSkippable(unsigned short order) {
-  return order != 0 && order < kFirstSignificantOrder;
+/// The text of one byte a character of a record, if it can be read where it lies, or null.
+inline char const* NarrowText(void const* record, unsigned available, bool isKey) {
+  if (!HasHeader(available)) return nullptr;
+  auto const header = LoadBytes<std::uint32_t>(record);
+  unsigned const length = header & 0xFFFF;
+  auto const codeSet = static_cast<unsigned char>(header >> 16);
+  if (!IsThere(available, length) || codeSet == kNoCodeSet || IsWide(codeSet)) return nullptr;
+  auto const* const bytes = static_cast<char const*>(record);
+  if (bytes[length] != 0 || (!isKey && bytes[length + 1] == 0)) return nullptr;
+  return bytes + kHeaderBytes;
 }
 
-/// Finds the first unit in which two keys differ, and decides by it where letters decide.
-bool DecideByFirstDifference(WholeKey const& a, WholeKey const& b, unsigned char group,
-                             int& result) {
-  std::size_t const common = std::min(a.bytes, b.bytes);
-  std::size_t offset = 0;
-  for (; offset + 8 <= common; offset += 8) {
-    auto const four = LoadBytes<std::uint64_t>(a.orders + offset);
-    if (HasZeroUnit(four)) return false;
-    if (four != LoadBytes<std::uint64_t>(b.orders + offset)) break;
-  }
-  for (;; offset += 2) {
-    unsigned short const order1 = OrderAt(a, offset);
-    unsigned short const order2 = OrderAt(b, offset);
-    if (order1 == order2) {
-      // What stands behind a zero does not count.
-      if (order1 != 0) continue;
-      result = 0;
-      return true;
-    }
-    if (IsSkippable(order1) || IsSkippable(order2)) return false;
-    result = Difference(LetterLevel(KeyOf(order1, group)), LetterLevel(KeyOf(order2, group)));
-    return result != 0;
-  }
-}
-
-/// A record of code set 254 in the form of index keys, little-endian, that is there whole.
-bool IsWholeKey(unsigned char const* record, unsigned length, WholeKey& key) {
-  if (length != 0 && length < kEmptyRecordBytes) return false;
-  unsigned const bytes = LoadBytes<unsigned short>(record);
-  if (bytes < kHeaderBytes || (length != 0 && length < bytes + kLengthBytes)) return false;
-  if (record[2] != kSortOrderSet) return false;
-  key = {record + kHeaderBytes, bytes - kHeaderBytes};
-  return key.bytes % 2 == 0;
-}
-
-bool CompareWholeKeys(unsigned char format, unsigned len1, void const* buf1, unsigned len2,
-                      void const* buf2, unsigned short cmpOp, int& result) {
-  if (format != (FormatIndexKey | FormLittle) || (cmpOp & kNoPattern) != kCmpNoWildcards) {
-    return false;
-  }
+/// Texts of one byte a character.
+[[gnu::noinline]] bool CompareWholeTexts(bool isKey, unsigned len1, void const* buf1, unsigned len2,
+                                         void const* buf2, unsigned short cmpOp, int& result) {
+  char const* const text1 = NarrowText(buf1, len1, isKey);
+  char const* const text2 = NarrowText(buf2, len2, isKey);
+  if (text1 == nullptr || text2 == nullptr) return false;
   auto const* const record1 = static_cast<unsigned char const*>(buf1);
   auto const* const record2 = static_cast<unsigned char const*>(buf2);
-  WholeKey key1;
-  WholeKey key2;
-  if (!IsWholeKey(record1, len1, key1) || !IsWholeKey(record2, len2, key2)) return false;
-  unsigned char const group = record1[3];
-  // Neither null nor cut, and of one group.
-  if (group != record2[3] || group == 0 || group >= kCutAtGroup) return false;
-  return DecideByFirstDifference(key1, key2, group, result);
+  result =
+      XoStrCmp(record1[2], record1[3], text1, record2[2], record2[3], text2, cmpOp, -1, FormLittle);
+  return true;
 }
 
 }  // namespace
@@ -212,9 +194,14 @@ int xo::OlderStringCompare(unsigned char format, unsigned int len1, void* buf1, 
 int StringCompare(unsigned char format, unsigned int len1, void* buf1, unsigned int len2,
                   void* buf2, unsigned short cmpOp, unsigned int count, int& status) {
   int result = 0;
-  if (count == 1 && CompareWholeKeys(format, len1, buf1, len2, buf2, cmpOp, result)) {
+  if (count == 1 && (format & ~FormatIndexKey) == FormLittle) [[likely]] {
+    bool const isKey = format != FormLittle;
     status = 0;
-    return result;
+    if (isKey && (cmpOp & kNoPattern) == kCmpNoWildcards &&
+        CompareWholeKeys(len1, buf1, len2, buf2, cmpOp, result)) {
+      return result;
+    }
+    if (CompareWholeTexts(isKey, len1, buf1, len2, buf2, cmpOp, result)) return result;
   }
   return CompareStrings(format, len1, buf1, len2, buf2, cmpOp, count, status, false);
 }
