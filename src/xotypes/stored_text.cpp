@@ -96,7 +96,7 @@ OperandText OperandReader::ReadRun(std::size_t lead) {
   std::size_t const inRun = static_cast<std::size_t>(runEnd - at) - lead;
   std::size_t const there = left > lead ? std::min(inRun, left - lead) : 0;
   void const* const end = there != 0 ? std::memchr(text, 0, there) : nullptr;
-  bool const isCut = end == nullptr && there < inRun;
+  bool const isCut = end == nullptr && left < static_cast<std::size_t>(runEnd - at);
   std::size_t const bytes =
       end != nullptr ? static_cast<std::size_t>(static_cast<char const*>(end) - text) : there;
   step = lead + std::min(bytes + 1, inRun);
