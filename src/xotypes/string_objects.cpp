@@ -20,7 +20,8 @@ unsigned HashStrings(unsigned char format, unsigned length, void* data, unsigned
       break;
     }
     unsigned char language = element.language;
-    if (element.codeSet == kSortOrderSet) {
+    // A language that marks null is not that of a cut key.
+    if (element.codeSet == kSortOrderSet && language != kNullLanguage) {
       language = static_cast<unsigned char>(language & ~kCutAtGroup);
     }
     folds ^= HashString(element.codeSet, language, element.text, -1, FormNibble(format));
