@@ -55,15 +55,14 @@ struct KeyCursor {
   bool IsOnIgnorable() const { return IsIgnorable(order); }
 };
 
-/// Compares in levels, from an offset up to which both keys are the same.
-[[gnu::noinline]] inline int CompareKeyLevels(KeyOrders const& a, KeyOrders const& b,
-                                              std::size_t offset, unsigned char group,
+/// Compares in levels.
+[[gnu::noinline]] inline int CompareKeyLevels(KeyOrders a, KeyOrders b, unsigned char group,
                                               unsigned short cmpOp) {
   auto const skips = [cmpOp](unsigned short bit) {
     return static_cast<unsigned short>(cmpOp & bit);
   };
-  KeyCursor first{a, offset, skips(kCmpSkipSpaces), skips(kCmpSkipSymbols)};
-  KeyCursor second{b, offset, skips(kCmpSkipSpaces), skips(kCmpSkipSymbols)};
+  KeyCursor first{a, 0, skips(kCmpSkipSpaces), skips(kCmpSkipSymbols)};
+  KeyCursor second{b, 0, skips(kCmpSkipSpaces), skips(kCmpSkipSymbols)};
   LevelDifferences levels;
   for (;;) {
     first.Advance();
@@ -85,52 +84,69 @@ struct KeyCursor {
   }
 }
 
-/// The place in bytes of the first orders in which two keys differ, up to the end of the shorter
-/// one, whose `common` bytes are at least 4 and have four of the record before them. Keys with a
-/// zero before that place may come to an end there: then it is a place before the zero.
+/// The bits in which four orders differ from four others, without those of accent and case where
+/// they are letters: bits 7 to 13 of orders whose upper two bits are 01.
+constexpr std::uint64_t LetterDifference(std::uint64_t a, std::uint64_t b) {
+  constexpr std::uint64_t kLetterBit = 0x4000400040004000;
+  std::uint64_t const letters = a & ~(a >> 1) & kLetterBit;
+  return (a ^ b) & ~(letters - (letters >> 7));
+}
+
+/// The place in bytes of the first orders in which two keys differ in more than accent and case, or
+/// the end of the shorter one, which has `common` bytes; 0 where a zero ends a key before its end.
 [[gnu::always_inline]] inline std::size_t FirstDifference(KeyOrders const& a, KeyOrders const& b,
                                                           std::size_t common) {
-  auto const difference = [&](std::size_t at, std::uint64_t& bits) {
-    auto const orders = LoadBytes<std::uint64_t>(a.orders + at);
-    bits = orders ^ LoadBytes<std::uint64_t>(b.orders + at);
-    return HasZeroOrder(orders);
+  auto const load = [](KeyOrders const& key, std::size_t at) {
+    return LoadBytes<std::uint64_t>(key.orders + at);
   };
   auto const place = [](std::uint64_t bits) {
     return static_cast<std::size_t>(std::countr_zero(bits)) / 16 * 2;
   };
+  // Two blocks at a time, of which the second may reach back into the first, so that the place of
+  // the difference decides no branch: where it lies cannot be foretold.
   std::size_t offset = 0;
-  std::uint64_t bits = 0;
-  for (; offset + 8 <= common; offset += 8) {
-    bool const hasZero = difference(offset, bits);
-    if (hasZero) return offset;
-    if (bits != 0) return offset + place(bits);
+  for (; offset + 8 < common; offset += 16) {
+    std::size_t const next = std::min(offset + 8, common - 8);
+    std::uint64_t const orders1 = load(a, offset);
+    std::uint64_t const orders2 = load(a, next);
+    std::uint64_t const bits1 = LetterDifference(orders1, load(b, offset));
+    std::uint64_t const bits2 = LetterDifference(orders2, load(b, next));
+    if (HasZeroOrder(orders1) || HasZeroOrder(orders2)) [[unlikely]]
+      return 0;
+    if ((bits1 | bits2) != 0) return bits1 != 0 ? offset + place(bits1) : next + place(bits2);
   }
-  if (offset == common) return common;
-  // The last block ends with the shorter key; what it has of those before is shifted out.
-  std::size_t const before = 8 - (common - offset);
-  auto const rest = LoadBytes<std::uint64_t>(a.orders + common - 8);
-  bits = (rest ^ LoadBytes<std::uint64_t>(b.orders + common - 8)) >> 8 * before;
-  if (HasZeroOrder(rest | ((std::uint64_t{1} << 8 * before) - 1))) return offset;
-  return bits != 0 ? offset + place(bits) : common;
+  if (offset >= common) return common;
+  if (common < 4) return 0;
+  // The last block ends with the shorter key. Where that has less than a block, at least two
+  // orders, the block begins in the header of the record, which is shifted out.
+  unsigned const before = common < 8 ? static_cast<unsigned>(8 * (8 - common)) : 0;
+  std::size_t const start = common < 8 ? 0 : common - 8;
+  std::uint64_t const orders = load(a, common - 8) >> before;
+  if (HasZeroOrder(orders | ~(~std::uint64_t{0} >> before))) [[unlikely]]
+    return 0;
+  std::uint64_t const bits = LetterDifference(orders, load(b, common - 8) >> before);
+  return bits != 0 ? start + place(bits) : common;
+}
+
+/// The rank of an order among those of its group, without accent and case.
+constexpr int LetterRank(unsigned order) {
+  bool const isLetter = order >= kFirstLetterOrder && order < kFirstHanOrder;
+  return static_cast<int>(isLetter ? order & 0x407F : order);
 }
 
 /// The order of two keys of `group`, which is below `kUntabledGroup` and not 0, under an operator
 /// without a pattern and with levels.
-[[gnu::always_inline]] inline int CompareKeys(KeyOrders const& a, KeyOrders const& b,
-                                              unsigned char group, unsigned short cmpOp) {
-  std::size_t const common = std::min(a.bytes, b.bytes);
-  std::size_t const offset = common >= 4 ? FirstDifference(a, b, common) : 0;
+[[gnu::always_inline]] inline int CompareKeys(KeyOrders a, KeyOrders b, unsigned char group,
+                                              unsigned short cmpOp) {
+  std::size_t const offset = FirstDifference(a, b, std::min(a.bytes, b.bytes));
   unsigned const order1 = a.At(offset);
   unsigned const order2 = b.At(offset);
   // Letters and digits that differ decide, whatever follows, and so does the end of a key.
   if (!IsIgnorable(order1) && !IsIgnorable(order2)) [[likely]] {
-    auto const letters = [group](unsigned order) {
-      return LetterLevel(KeyOf(static_cast<unsigned short>(order), group));
-    };
-    int const difference = Difference(letters(order1), letters(order2));
+    int const difference = LetterRank(order1) - LetterRank(order2);
     if (difference != 0) return difference;
   }
-  return CompareKeyLevels(a, b, offset, group, cmpOp);
+  return CompareKeyLevels(a, b, group, cmpOp);
 }
 
 }  // namespace xo

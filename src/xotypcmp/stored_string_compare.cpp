@@ -138,25 +138,12 @@ constexpr bool IsThere(unsigned available, unsigned length) {
   return length >= kHeaderBytes && available - 1 >= length + (kLengthBytes - 1);
 }
 
-/// Keys of one group that has no rules of its own, neither null nor cut.
-inline bool CompareWholeKeys(unsigned len1, void const* buf1, unsigned len2, void const* buf2,
-                             unsigned short cmpOp, int& result) {
-  if (!HasHeader(len1) || !HasHeader(len2)) return false;
-  auto const header1 = LoadBytes<std::uint32_t>(buf1);
-  auto const header2 = LoadBytes<std::uint32_t>(buf2);
-  unsigned const length1 = header1 & 0xFFFF;
-  unsigned const length2 = header2 & 0xFFFF;
-  unsigned const group = header1 >> 24;
-  if (header1 >> 16 != header2 >> 16 || (header1 >> 16 & 0xFF) != kSortOrderSet) return false;
-  if (group - 1 >= kUntabledGroup - 1u || ((length1 | length2) & 1) != 0) return false;
-  if (!IsThere(len1, length1) || !IsThere(len2, length2)) return false;
-  auto const orders = [](void const* record, unsigned length) {
-    return KeyOrders{static_cast<unsigned char const*>(record) + kHeaderBytes,
-                     length - kHeaderBytes};
-  };
-  result = CompareKeys(orders(buf1, length1), orders(buf2, length2),
-                       static_cast<unsigned char>(group), cmpOp);
-  return true;
+/// Whether two records begin as whole keys of one group do that has no rules of its own and is
+/// neither null nor cut. Both have a header.
+inline bool AreAlikeKeys(std::uint32_t header1, std::uint32_t header2) {
+  constexpr unsigned kGroups = kUntabledGroup - 1;
+  return header1 >> 16 == header2 >> 16 && (header1 >> 16 & 0xFF) == kSortOrderSet &&
+         (header1 >> 24) - 1 < kGroups && ((header1 | header2) & 1) == 0;
 }
 
 /// The text of one byte a character of a record, if it can be read where it lies, or null.
@@ -191,17 +178,40 @@ int xo::OlderStringCompare(unsigned char format, unsigned int len1, void* buf1, 
   return CompareStrings(format, len1, buf1, len2, buf2, cmpOp, count, status, true);
 }
 
-int StringCompare(unsigned char format, unsigned int len1, void* buf1, unsigned int len2,
-                  void* buf2, unsigned short cmpOp, unsigned int count, int& status) {
-  int result = 0;
-  if (count == 1 && (format & ~FormatIndexKey) == FormLittle) [[likely]] {
-    bool const isKey = format != FormLittle;
+namespace {
+
+/// `StringCompare` of everything but whole keys.
+[[gnu::noinline]] int CompareTexts(unsigned char format, unsigned len1, void* buf1, unsigned len2,
+                                   void* buf2, unsigned short cmpOp, unsigned count, int& status) {
+  if (count == 1 && (format & ~FormatIndexKey) == FormLittle) {
     status = 0;
-    if (isKey && (cmpOp & kNoPattern) == kCmpNoWildcards &&
-        CompareWholeKeys(len1, buf1, len2, buf2, cmpOp, result)) {
+    int result = 0;
+    if (CompareWholeTexts(format != FormLittle, len1, buf1, len2, buf2, cmpOp, result)) {
       return result;
     }
-    if (CompareWholeTexts(isKey, len1, buf1, len2, buf2, cmpOp, result)) return result;
   }
   return CompareStrings(format, len1, buf1, len2, buf2, cmpOp, count, status, false);
+}
+
+}  // namespace
+
+int StringCompare(unsigned char format, unsigned int len1, void* buf1, unsigned int len2,
+                  void* buf2, unsigned short cmpOp, unsigned int count, int& status) {
+  // Two whole keys are what an index page asks for: they are compared without a frame.
+  if (count == 1 && format == (FormatIndexKey | FormLittle) &&
+      (cmpOp & kNoPattern) == kCmpNoWildcards && HasHeader(len1) && HasHeader(len2)) [[likely]] {
+    auto const header1 = LoadBytes<std::uint32_t>(buf1);
+    auto const header2 = LoadBytes<std::uint32_t>(buf2);
+    unsigned const length1 = header1 & 0xFFFF;
+    unsigned const length2 = header2 & 0xFFFF;
+    if (AreAlikeKeys(header1, header2) && IsThere(len1, length1) && IsThere(len2, length2))
+        [[likely]] {
+      status = 0;
+      return CompareKeys(
+          {static_cast<unsigned char const*>(buf1) + kHeaderBytes, length1 - kHeaderBytes},
+          {static_cast<unsigned char const*>(buf2) + kHeaderBytes, length2 - kHeaderBytes},
+          static_cast<unsigned char>(header1 >> 24), cmpOp);
+    }
+  }
+  return CompareTexts(format, len1, buf1, len2, buf2, cmpOp, count, status);
 }
