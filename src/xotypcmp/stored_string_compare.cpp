@@ -130,12 +130,15 @@ int CompareElement(OperandText first, OperandText second, unsigned short cmpOp,
 // What follows compares single records that are there whole where they lie. It gives what
 // `CompareStrings` gives, or nothing.
 
-/// Whether the first `kEmptyRecordBytes` of a record are there. A declared length of 0 becomes the
-/// greatest by the subtraction.
-constexpr bool HasHeader(unsigned available) { return available - 1 >= kEmptyRecordBytes - 1; }
-/// Whether all of a record with a header is there whose length field holds `length`.
+/// Whether the four bytes of a header are there. A declared length of 0 becomes the greatest by the
+/// subtraction; a record without one may then end with its length field.
+inline bool HasHeader(void const* record, unsigned available) {
+  return available - 1 >= kEmptyRecordBytes - 1 &&
+         LoadBytes<unsigned short>(record) >= kHeaderBytes;
+}
+/// Whether all of a record is there whose length field holds `length`.
 constexpr bool IsThere(unsigned available, unsigned length) {
-  return length >= kHeaderBytes && available - 1 >= length + (kLengthBytes - 1);
+  return available - 1 >= length + (kLengthBytes - 1);
 }
 
 /// Whether two records begin as whole keys of one group do that has no rules of its own and is
@@ -148,7 +151,7 @@ inline bool AreAlikeKeys(std::uint32_t header1, std::uint32_t header2) {
 
 /// The text of one byte a character of a record, if it can be read where it lies, or null.
 inline char const* NarrowText(void const* record, unsigned available, bool isKey) {
-  if (!HasHeader(available)) return nullptr;
+  if (!HasHeader(record, available)) return nullptr;
   auto const header = LoadBytes<std::uint32_t>(record);
   unsigned const length = header & 0xFFFF;
   auto const codeSet = static_cast<unsigned char>(header >> 16);
@@ -199,7 +202,8 @@ int StringCompare(unsigned char format, unsigned int len1, void* buf1, unsigned 
                   void* buf2, unsigned short cmpOp, unsigned int count, int& status) {
   // Two whole keys are what an index page asks for: they are compared without a frame.
   if (count == 1 && format == (FormatIndexKey | FormLittle) &&
-      (cmpOp & kNoPattern) == kCmpNoWildcards && HasHeader(len1) && HasHeader(len2)) [[likely]] {
+      (cmpOp & kNoPattern) == kCmpNoWildcards && HasHeader(buf1, len1) && HasHeader(buf2, len2))
+      [[likely]] {
     auto const header1 = LoadBytes<std::uint32_t>(buf1);
     auto const header2 = LoadBytes<std::uint32_t>(buf2);
     unsigned const length1 = header1 & 0xFFFF;
