@@ -1,6 +1,6 @@
 #include "tools/comparison_report.hpp"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <algorithm>
 #include <array>

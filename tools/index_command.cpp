@@ -1,6 +1,6 @@
 #include "tools/index_command.hpp"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <CLI/Config.hpp>
 #include <CLI/Formatter.hpp>

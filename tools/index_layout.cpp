@@ -1,6 +1,6 @@
 #include "tools/index_layout.hpp"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <algorithm>
 #include <cstring>

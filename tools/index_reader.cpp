@@ -1,6 +1,6 @@
 #include "tools/index_reader.hpp"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include "tools/index_order.hpp"
 #include "tools/printable.hpp"

@@ -1,6 +1,6 @@
 #include "tools/index_search.hpp"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include "tools/index_order.hpp"
 #include "tools/stop_signals.hpp"

@@ -1,6 +1,6 @@
 #include "tools/intl_command.hpp"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <memory>
 #include <nlohmann/json.hpp>

@@ -1,7 +1,7 @@
 #include "tools/line_source.hpp"
 
 #include <fcntl.h>
-#include <fmt/format.h>
+#include <fmt/core.h>
 #include <sys/stat.h>
 #include <unistd.h>
 

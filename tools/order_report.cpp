@@ -1,6 +1,6 @@
 #include "tools/order_report.hpp"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <iterator>
 #include <nlohmann/json.hpp>

@@ -1,6 +1,6 @@
 #include "tools/printable.hpp"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <iterator>
 

@@ -1,6 +1,6 @@
 #include "tools/progress.hpp"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 #include <unistd.h>
 
 #include <cstdio>

@@ -1,6 +1,6 @@
 #include "tools/record_names.hpp"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <charconv>
 

@@ -1,6 +1,6 @@
 #include "tools/sort_command.hpp"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <algorithm>
 #include <memory>

@@ -1,6 +1,6 @@
 #include "tools/text_command.hpp"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <memory>
 #include <string>

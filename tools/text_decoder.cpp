@@ -1,6 +1,6 @@
 #include "tools/text_decoder.hpp"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <array>
 

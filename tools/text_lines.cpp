@@ -1,6 +1,6 @@
 #include "tools/text_lines.hpp"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include "tools/standard_streams.hpp"
 #include "tools/trouble.hpp"

@@ -1,6 +1,6 @@
 #include "tools/tree_check.hpp"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <cstring>
 #include <vector>

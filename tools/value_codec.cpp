@@ -1,6 +1,6 @@
 #include "tools/value_codec.hpp"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <algorithm>
 

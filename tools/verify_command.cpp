@@ -1,4 +1,4 @@
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include "tools/index_command.hpp"
 #include "tools/index_reader.hpp"
