@@ -41,12 +41,10 @@ std::vector<unsigned char> Encode(std::vector<T> const& values, unsigned char fo
   return bytes;
 }
 
-/// Bytes that an operation may read of stored elements: up to the end of the element in which their
-/// length ends, where 0 means that all `count` are there.
-template <class T>
-unsigned Readable(unsigned length, unsigned count) {
-  constexpr unsigned kWidth = sizeof(T);
-  return length == 0 ? count * kWidth : (length + kWidth - 1) / kWidth * kWidth;
+/// Bytes that an operation may read of stored elements of `width` bytes: up to the end of the
+/// element in which their length ends, where 0 means that all `count` are there.
+inline unsigned Readable(unsigned width, unsigned length, unsigned count) {
+  return length == 0 ? count * width : (length + width - 1) / width * width;
 }
 
 /// A copy of some bytes that starts `offset` bytes into an allocation and ends with it, so that a

@@ -22,79 +22,86 @@ constexpr bool kAddressSanitizer = false;
 constexpr bool kAddressSanitizer = false;
 #endif
 
-template <class Row>
-class ScalarLifecycle : public RandomTest {
- protected:
-  using Element = typename Row::Value;
-  static constexpr char kId = Row::kId;
-  static constexpr std::size_t kWidth = sizeof(Element);
+struct LivingRow {
+  char id;
+  unsigned width;
+};
 
-  TypeDescriptor const& row = *CurrentTypeTable[int{kId}];
+class ScalarLifecycle : public RandomTest, public testing::WithParamInterface<LivingRow> {
+ protected:
+  char const id = GetParam().id;
+  unsigned const width = GetParam().width;
+  TypeDescriptor const& row = *CurrentTypeTable[int{id}];
   XoTypeMgr manager;
 };
 
-TYPED_TEST_SUITE(ScalarLifecycle, ScalarRows, ScalarName);
+INSTANTIATE_TEST_SUITE_P(
+    Scalars, ScalarLifecycle,
+    testing::ValuesIn(RowValues(ScalarRows{},
+                                [](auto row) {
+                                  return LivingRow{row.kId, sizeof(typename decltype(row)::Value)};
+                                })),
+    RowName{});
 
-TYPED_TEST(ScalarLifecycle, CreateGivesAlignedMemoryForEveryElement) {
+TEST_P(ScalarLifecycle, CreateGivesAlignedMemoryForEveryElement) {
   for (unsigned count : {0u, 1u, 2u, 7u, 1000u, 100000u}) {
-    void* const values = this->manager.Create(this->kId, count);
+    void* const values = manager.Create(id, count);
     ASSERT_NE(values, nullptr);
-    EXPECT_EQ(reinterpret_cast<std::uintptr_t>(values) % this->kWidth, 0u);
-    std::memset(values, 0x5A, count * this->kWidth);
-    EXPECT_EQ(this->manager.Delete(this->kId, values, count), nullptr);
+    EXPECT_EQ(reinterpret_cast<std::uintptr_t>(values) % width, 0u);
+    std::memset(values, 0x5A, std::size_t{count} * width);
+    EXPECT_EQ(manager.Delete(id, values, count), nullptr);
   }
 }
 
-TYPED_TEST(ScalarLifecycle, DeleteIgnoresTheCount) {
+TEST_P(ScalarLifecycle, DeleteIgnoresTheCount) {
   for (unsigned count : {0u, 1u, 0xFFFFFFFFu}) {
-    void* const values = this->row.Create(5);
-    EXPECT_EQ(this->row.Delete(values, count), nullptr);
+    void* const values = row.Create(5);
+    EXPECT_EQ(row.Delete(values, count), nullptr);
   }
 }
 
-TYPED_TEST(ScalarLifecycle, DeleteIgnoresNull) {
-  EXPECT_EQ(this->row.Delete(nullptr, 0), nullptr);
-  EXPECT_EQ(this->manager.Delete(this->kId, nullptr, 9), nullptr);
+TEST_P(ScalarLifecycle, DeleteIgnoresNull) {
+  EXPECT_EQ(row.Delete(nullptr, 0), nullptr);
+  EXPECT_EQ(manager.Delete(id, nullptr, 9), nullptr);
 }
 
-TYPED_TEST(ScalarLifecycle, ConstructorZeroesItsElementsAndNoOthers) {
-  constexpr std::size_t kStep = TestFixture::kWidth;
+TEST_P(ScalarLifecycle, ConstructorZeroesItsElementsAndNoOthers) {
+  std::size_t const step = width;
   for (unsigned count : {0u, 1u, 2u, 3u, 8u, 61u}) {
     for (unsigned ignored : {0u, 1u, 0xFFFFFFFFu}) {
-      std::vector<unsigned char> memory((count + 2) * kStep, 0xA5);
-      this->row.Constructor(memory.data() + kStep, count, ignored);
-      auto const begin = memory.begin() + static_cast<std::ptrdiff_t>(kStep);
-      EXPECT_EQ(static_cast<std::size_t>(std::count(memory.begin(), memory.end(), 0xA5)),
-                2 * kStep);
-      EXPECT_EQ(std::count(begin, memory.end() - static_cast<std::ptrdiff_t>(kStep), 0),
-                static_cast<std::ptrdiff_t>(count * kStep));
+      std::vector<unsigned char> memory((count + 2) * step, 0xA5);
+      row.Constructor(memory.data() + step, count, ignored);
+      auto const begin = memory.begin() + static_cast<std::ptrdiff_t>(step);
+      EXPECT_EQ(static_cast<std::size_t>(std::count(memory.begin(), memory.end(), 0xA5)), 2 * step);
+      EXPECT_EQ(std::count(begin, memory.end() - static_cast<std::ptrdiff_t>(step), 0),
+                static_cast<std::ptrdiff_t>(count * step));
     }
   }
 }
 
-TYPED_TEST(ScalarLifecycle, DestructorDoesNothing) {
-  auto const before = this->Bytes(5 * this->kWidth);
+TEST_P(ScalarLifecycle, DestructorDoesNothing) {
+  auto const before = Bytes(std::size_t{5} * width);
   auto memory = before;
-  this->row.Destructor(memory.data(), 5, 0);
-  this->row.Destructor(memory.data(), 0, 1);
+  row.Destructor(memory.data(), 5, 0);
+  row.Destructor(memory.data(), 0, 1);
   EXPECT_EQ(memory, before);
 }
 
-TYPED_TEST(ScalarLifecycle, AssignmentAndCopyTakeArraysOrFillFromTheFirst) {
-  constexpr std::size_t kStep = TestFixture::kWidth;
-  for (auto* assign : {this->row.Assignment, this->row.Copy}) {
+TEST_P(ScalarLifecycle, AssignmentAndCopyTakeArraysOrFillFromTheFirst) {
+  std::size_t const step = width;
+  for (auto* assign : {row.Assignment, row.Copy}) {
     for (unsigned count : {0u, 1u, 2u, 3u, 8u, 61u, 500u}) {
       for (int fill : {0, 1, -1, 256}) {
         SCOPED_TRACE(testing::Message() << count << " elements, fill " << fill);
         // One element is all that a fill may read.
-        auto source = this->Bytes((fill != 0 ? std::min(count, 1u) : count) * kStep);
+        auto source = Bytes((fill != 0 ? std::min(count, 1u) : count) * step);
         auto const sourceBefore = source;
-        auto target = this->Bytes((count + 2) * kStep);
+        auto target = Bytes((count + 2) * step);
         auto expected = target;
         for (std::size_t i = 0; i < count; ++i)
-          std::memcpy(expected.data() + (i + 1) * kStep,
-                      source.data() + (fill != 0 ? 0 : i * kStep), kStep);
-        assign(target.data() + kStep, source.data(), count, fill);
+          std::memcpy(expected.data() + (i + 1) * step, source.data() + (fill != 0 ? 0 : i * step),
+                      step);
+        assign(target.data() + step, source.data(), count, fill);
         EXPECT_EQ(target, expected);
         EXPECT_EQ(source, sourceBefore);
       }
@@ -102,33 +109,29 @@ TYPED_TEST(ScalarLifecycle, AssignmentAndCopyTakeArraysOrFillFromTheFirst) {
   }
 }
 
-TYPED_TEST(ScalarLifecycle, DiskSizeFollowsFromTheCount) {
-  unsigned const width = static_cast<unsigned>(this->kWidth);
+TEST_P(ScalarLifecycle, DiskSizeFollowsFromTheCount) {
   MemFile empty(nullptr, 0);
   for (unsigned count : {0u, 1u, 2u, 5u, 1000u}) {
-    EXPECT_EQ(this->row.NullSizeGet(count), count * width);
+    EXPECT_EQ(row.NullSizeGet(count), count * width);
     for (unsigned format = 0; format < 256; ++format) {
       auto const byte = static_cast<unsigned char>(format);
-      EXPECT_EQ(this->manager.DiskLenGet(this->kId, nullptr, byte, count, 8), count * width);
-      EXPECT_EQ(this->manager.DiskLenGet(this->kId, nullptr, 1, count, byte), count * width);
+      EXPECT_EQ(manager.DiskLenGet(id, nullptr, byte, count, 8), count * width);
+      EXPECT_EQ(manager.DiskLenGet(id, nullptr, 1, count, byte), count * width);
       // The file is not read: a null one serves, and an empty one as well.
-      EXPECT_EQ(this->manager.DiskLenGetFromMemFile(this->kId, nullptr, byte, count),
-                count * width);
-      EXPECT_EQ(this->manager.DiskLenGetFromMemFile(this->kId, &empty, byte, count), count * width);
+      EXPECT_EQ(manager.DiskLenGetFromMemFile(id, nullptr, byte, count), count * width);
+      EXPECT_EQ(manager.DiskLenGetFromMemFile(id, &empty, byte, count), count * width);
     }
   }
 }
 
-TYPED_TEST(ScalarLifecycle, StoreAndLoadAreEachOthersInverse) {
-  unsigned const width = static_cast<unsigned>(this->kWidth);
+TEST_P(ScalarLifecycle, StoreAndLoadAreEachOthersInverse) {
   for (unsigned format = 0; format < 256; ++format) {
     auto const byte = static_cast<unsigned char>(format);
-    unsigned const count = this->Below(20);
-    auto memory = this->Bytes(count * width);
+    unsigned const count = Below(20);
+    auto memory = Bytes(count * width);
     std::vector<unsigned char> disk(memory.size()), back(memory.size());
-    EXPECT_EQ(this->manager.Store(this->kId, disk.data(), memory.data(), byte, count),
-              count * width);
-    EXPECT_EQ(this->manager.Load(this->kId, back.data(), disk.data(), byte, count), count * width);
+    EXPECT_EQ(manager.Store(id, disk.data(), memory.data(), byte, count), count * width);
+    EXPECT_EQ(manager.Load(id, back.data(), disk.data(), byte, count), count * width);
     EXPECT_EQ(back, memory);
   }
 }
@@ -152,14 +155,14 @@ class ScopedNewHandler {
   std::new_handler before;
 };
 
-TYPED_TEST(ScalarLifecycle, ImpossibleCountsReachTheNewHandlerAndFail) {
+TEST_P(ScalarLifecycle, ImpossibleCountsReachTheNewHandlerAndFail) {
   if (kAddressSanitizer) GTEST_SKIP() << "the sanitizer answers impossible allocations itself";
   // A count is a signed number, and these are negative: as a size, too large for every element.
   for (unsigned count : {0x80000000u, 0xFFFFFFFFu, 0xC0000000u, 0xFFFFFF00u}) {
     SCOPED_TRACE(count);
     handlerCalls = 0;
     ScopedNewHandler const scope(HelpNever);
-    EXPECT_THROW(this->manager.Create(this->kId, count), std::bad_alloc);
+    EXPECT_THROW(manager.Create(id, count), std::bad_alloc);
     EXPECT_EQ(handlerCalls, 3);
   }
 }

@@ -42,6 +42,21 @@ struct ScalarName {
   }
 };
 
+/// The rows of a list as values, each made by `make` from its `Scalar`. A test that walks them is
+/// compiled once and not once for each row; what it needs of a type it takes as a function.
+template <class... Rows, class Make>
+auto RowValues(::testing::Types<Rows...>, Make make) {
+  return std::vector{make(Rows{})...};
+}
+
+/// Names the tests of `RowValues` as `ScalarName` does.
+struct RowName {
+  template <class Row>
+  std::string operator()(::testing::TestParamInfo<Row> const& info) const {
+    return "Id" + std::to_string(int{info.param.id});
+  }
+};
+
 /// Bit patterns of a floating-point type, by their fields.
 template <class T>
 struct FloatBits {

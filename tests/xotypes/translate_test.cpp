@@ -41,12 +41,14 @@ Outcome TranslateByTheBook(ByteList target, unsigned char targetFormat, unsigned
   return {count * kWidth, target};
 }
 
-template <class Row>
-class ScalarTranslate : public RandomTest {
- protected:
-  using Element = typename Row::Value;
-  static constexpr unsigned kWidth = sizeof(Element);
+struct TranslatedRow {
+  char id;
+  unsigned width;
+  decltype(&TranslateByTheBook<int>) translateByTheBook;
+};
 
+class ScalarTranslate : public RandomTest, public testing::WithParamInterface<TranslatedRow> {
+ protected:
   /// Translates with both buffers as large as they need be and no larger, and at any address.
   void Check(unsigned char targetFormat, unsigned targetLength, unsigned char sourceFormat,
              unsigned sourceLength, unsigned count) {
@@ -54,7 +56,7 @@ class ScalarTranslate : public RandomTest {
                  << +targetFormat << '/' << targetLength << " from " << +sourceFormat << '/'
                  << sourceLength << ", " << count << " elements");
     bool const toMemory = (targetFormat & 8) != 0, fromMemory = (sourceFormat & 8) != 0;
-    unsigned targetSize = count * kWidth, sourceSize = count * kWidth;
+    unsigned targetSize = count * width, sourceSize = count * width;
     if (!toMemory && !fromMemory) {
       targetSize = targetLength;
       sourceSize = sourceLength;
@@ -66,73 +68,77 @@ class ScalarTranslate : public RandomTest {
     auto const source = Bytes(sourceSize);
     auto const before = Bytes(targetSize);
     PlacedBytes const placedSource(source, Below(9)), placedTarget(before, Below(9));
-    Outcome const expected = TranslateByTheBook<Element>(before, targetFormat, targetLength, source,
-                                                         sourceFormat, sourceLength, count);
+    Outcome const expected = GetParam().translateByTheBook(
+        before, targetFormat, targetLength, source, sourceFormat, sourceLength, count);
     unsigned const produced =
-        manager.Translate(Row::kId, placedTarget.Data(), targetFormat, targetLength,
-                          placedSource.Data(), sourceFormat, sourceLength, count);
+        manager.Translate(id, placedTarget.Data(), targetFormat, targetLength, placedSource.Data(),
+                          sourceFormat, sourceLength, count);
     EXPECT_EQ(produced, expected.produced);
     EXPECT_TRUE(std::equal(expected.target.begin(), expected.target.end(), placedTarget.Data()));
     EXPECT_TRUE(std::equal(source.begin(), source.end(), placedSource.Data()));
   }
 
+  char const id = GetParam().id;
+  unsigned const width = GetParam().width;
   XoTypeMgr manager;
 };
 
-TYPED_TEST_SUITE(ScalarTranslate, ScalarRows, ScalarName);
+INSTANTIATE_TEST_SUITE_P(
+    Scalars, ScalarTranslate,
+    testing::ValuesIn(
+        RowValues(ScalarRows{},
+                  [](auto row) {
+                    using Element = typename decltype(row)::Value;
+                    return TranslatedRow{row.kId, sizeof(Element), TranslateByTheBook<Element>};
+                  })),
+    RowName{});
 
-TYPED_TEST(ScalarTranslate, EveryPairOfFormats) {
+TEST_P(ScalarTranslate, EveryPairOfFormats) {
   for (unsigned targetFormat = 0; targetFormat < 16; ++targetFormat) {
     for (unsigned sourceFormat = 0; sourceFormat < 16; ++sourceFormat) {
       for (unsigned upper : {0u, 0x80u, 0x60u, 0xF0u}) {
         for (unsigned count : {0u, 1u, 3u}) {
-          this->Check(static_cast<unsigned char>(targetFormat | upper), 3 * this->kWidth,
-                      static_cast<unsigned char>(sourceFormat | (upper >> 1 & 0xF0u)),
-                      3 * this->kWidth, count);
+          Check(static_cast<unsigned char>(targetFormat | upper), 3 * width,
+                static_cast<unsigned char>(sourceFormat | (upper >> 1 & 0xF0u)), 3 * width, count);
         }
       }
     }
-    if (this->HasFailure()) return;
+    if (HasFailure()) return;
   }
 }
 
-TYPED_TEST(ScalarTranslate, EveryLengthUpToBeyondTheArray) {
-  unsigned const limit = 5 * this->kWidth + 3;
+TEST_P(ScalarTranslate, EveryLengthUpToBeyondTheArray) {
+  unsigned const limit = 5 * width + 3;
   for (unsigned length = 0; length <= limit; ++length) {
-    for (unsigned other : {0u, 1u, this->kWidth, 2 * this->kWidth + 1, limit}) {
+    for (unsigned other : {0u, 1u, width, 2 * width + 1, limit}) {
       for (unsigned char disk : Formats{1, 2, 0x81, 0x82, 0, 7}) {
         for (unsigned count : {0u, 1u, 2u, 4u}) {
-          this->Check(8, other, disk, length, count);
-          this->Check(disk, length, 8, other, count);
-          this->Check(disk, length, 2, other, count);
-          this->Check(8, length, 8, other, count);
+          Check(8, other, disk, length, count);
+          Check(disk, length, 8, other, count);
+          Check(disk, length, 2, other, count);
+          Check(8, length, 8, other, count);
         }
       }
     }
-    if (this->HasFailure()) return;
+    if (HasFailure()) return;
   }
 }
 
-TYPED_TEST(ScalarTranslate, RandomArrays) {
-  for (unsigned round = 0; round < 4000 && !this->HasFailure(); ++round) {
-    unsigned const count = this->Below(60);
-    unsigned const limit = (count + 2) * this->kWidth;
-    this->Check(this->Byte(), this->OneIn(3) ? 0 : this->Below(limit), this->Byte(),
-                this->OneIn(3) ? 0 : this->Below(limit), count);
+TEST_P(ScalarTranslate, RandomArrays) {
+  for (unsigned round = 0; round < 4000 && !HasFailure(); ++round) {
+    unsigned const count = Below(60);
+    unsigned const limit = (count + 2) * width;
+    Check(Byte(), OneIn(3) ? 0 : Below(limit), Byte(), OneIn(3) ? 0 : Below(limit), count);
   }
 }
 
-TYPED_TEST(ScalarTranslate, DiskSideThatHoldsNoWholeElementIsLeftAlone) {
-  if (this->kWidth == 1) return;
-  auto const before = this->Bytes(this->kWidth);
-  auto source = this->Bytes(this->kWidth);
+TEST_P(ScalarTranslate, DiskSideThatHoldsNoWholeElementIsLeftAlone) {
+  if (width == 1) return;
+  auto const before = Bytes(width);
+  auto source = Bytes(width);
   auto target = before;
-  EXPECT_EQ(this->manager.Translate(TypeParam::kId, target.data(), 1, this->kWidth - 1,
-                                    source.data(), 8, 0, 1),
-            0u);
-  EXPECT_EQ(this->manager.Translate(TypeParam::kId, target.data(), 8, 0, source.data(), 2,
-                                    this->kWidth - 1, 1),
-            0u);
+  EXPECT_EQ(manager.Translate(id, target.data(), 1, width - 1, source.data(), 8, 0, 1), 0u);
+  EXPECT_EQ(manager.Translate(id, target.data(), 8, 0, source.data(), 2, width - 1, 1), 0u);
   EXPECT_EQ(target, before);
 }
 
