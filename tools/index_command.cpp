@@ -2,6 +2,7 @@
 
 #include <fmt/core.h>
 
+#include <CLI/App.hpp>
 #include <CLI/Config.hpp>
 #include <CLI/Formatter.hpp>
 #include <memory>

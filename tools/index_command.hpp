@@ -1,12 +1,15 @@
 #pragma once
 
-#include <CLI/App.hpp>
 #include <cstdint>
 #include <functional>
 #include <optional>
 #include <string>
 
 #include "tools/index_reader.hpp"
+
+namespace CLI {
+class App;
+}
 
 namespace xo::tool {
 

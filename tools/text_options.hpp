@@ -1,9 +1,12 @@
 #pragma once
 
-#include <CLI/App.hpp>
 #include <string>
 #include <vector>
 #include <xotypemgr.hpp>
+
+namespace CLI {
+class App;
+}
 
 namespace xo::tool {
 
