@@ -101,6 +101,8 @@ TEST(StringStepStated, AWildcardBehindTheTextDoesNotCount) {
             (Stepped{0, Hex("08 00 FE 02 01 40 FE FF")}));
   EXPECT_EQ(Step(Hex("20 00 FE 02 01 40") + asterisk, kNextValueToo),
             (Stepped{0, Hex("20 00 FE 02 01 40 FE FF")}));
+  EXPECT_EQ(Step(Hex("06 00 00 00 78 79 2A"), kNextValueToo),
+            (Stepped{0, Hex("06 00 00 00 78 79 FF")}));
 }
 
 TEST(StringStepStated, WithoutRoomForTextThereIsNoNextValue) {

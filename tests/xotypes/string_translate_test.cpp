@@ -279,6 +279,9 @@ TEST(StringToDiskStated, AnOlderRecordGetsAHeader) {
 TEST(StringToDiskStated, AnOlderRecordTakesWhatLiesBehindItAlong) {
   EXPECT_EQ(FromDisk(manager, Hex("03 00 61 62 00 77 78"), kLittle, kLittle, 12),
             (Produced{9, Hex("06 00 00 00 61 62 00 FF 78 00 00 00")}));
+  // The end mark needs room behind all of that.
+  EXPECT_EQ(FromDisk(manager, Hex("03 00 61 62 00 77 78"), kLittle, kLittle, 9),
+            (Produced{9, Hex("06 00 00 00 61 62 00 77 78")}));
 }
 
 // Under a code set that is none.
