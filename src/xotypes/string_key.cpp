@@ -3,6 +3,7 @@
 #include <cstring>
 
 #include "base/platform.hpp"
+#include "src/xostring/plain_lane.hpp"
 #include "src/xotypes/stored_text.hpp"
 #include "src/xotypes/string_rows.hpp"
 #include "xochar.hpp"
@@ -99,6 +100,28 @@ class KeySources {
   TerminatedCopy copy;
 };
 
+/// Writes the orders of the characters that a text begins with and that are one order of `group`
+/// each, behind `size` bytes and as far as there is room. Returns the place where that ends.
+char const* WritePlainOrders(unsigned char* target, std::size_t& size, std::size_t room,
+                             unsigned char nibble, unsigned char group, KeySource const& source) {
+  char const* text = source.text;
+  XoCodeSet const* const record = intl::FindCodeSet(source.codeSet);
+  if (source.codeSet == kNoCodeSet || IsWide(source.codeSet) || source.language >= kNullLanguage ||
+      record == nullptr || record->orderTable == nullptr) {
+    return text;
+  }
+  PlainReader<NarrowUnits> const reader(*record, source.language);
+  for (; size + kOrderBytes <= room && *text != 0; ++text) {
+    CharOrderEntry const* const entry = reader.Plain(LoadNarrow(text), text + 1);
+    if (entry == nullptr || entry->order == 0) break;
+    unsigned char const* const own = entry->GroupOverride();
+    if (own != nullptr && *own != group) break;
+    StoreBytes(target + size, InByteOrder(entry->order, nibble));
+    size += kOrderBytes;
+  }
+  return text;
+}
+
 /// Writes one key into `room` bytes, at least `kLeastRoom`. Returns the bytes written.
 std::size_t BuildKey(unsigned char* target, std::size_t room, bool isLarge, unsigned char nibble,
                      KeySource const& source) {
@@ -112,6 +135,9 @@ std::size_t BuildKey(unsigned char* target, std::size_t room, bool isLarge, unsi
   };
   std::size_t size = kHeaderBytes;
   bool isOpen = false;
+  if (!isNull) {
+    reader.cursor = WritePlainOrders(target, size, room, nibble, group, source);
+  }
   for (;;) {
     // Only what fits whole is written; without room for one more order the key is cut here.
     if (size + kOrderBytes > room) {

@@ -224,6 +224,36 @@ TEST_F(StringLaws, AFinalAnswerOnACutKeyIsWrongInThreeWaysOnly) {
 
 // Keys and texts.
 
+TEST_F(StringLaws, AKeyHoldsTheOrdersOfItsTextUpToAChangeOfGroup) {
+  XoTypeMgr const manager;
+  for (unsigned round = 0; round < 30000; ++round) {
+    auto const codeSet = static_cast<unsigned char>(OneIn(3) ? 1 + Below(224) : 1);
+    auto const language = static_cast<unsigned char>(OneIn(9) ? Byte() : Below(48));
+    if (language >= 254) continue;
+    std::u16string const text = Text(codeSet, 9);
+    auto const bytes = TextBytes(text, codeSet);
+    XoStringIterator orders(bytes.data(), codeSet, language);
+    unsigned char group = orders.orderGroup;
+    OrderList expected;
+    for (unsigned short order = 0; (order = orders.GetNextOrder(1)) != 0;) {
+      if (expected.empty()) group = orders.orderGroup;
+      if (orders.orderGroup != group) break;
+      expected.push_back(order);
+    }
+    bool const isCut = orders.orderGroup != group;
+    XoString string(bytes.data());
+    string.codeSet = codeSet;
+    string.language = language;
+    unsigned char const format = OneIn(2) ? kKeyLittle : kKeyBig;
+    StoredBytes key(500);
+    key.resize(manager.Translate(XoSTRING_T, key.data(), format, 500, &string, FormMemory,
+                                 sizeof string, 1));
+    auto const marked = static_cast<unsigned char>(group | (isCut ? 0x80 : 0));
+    ASSERT_EQ(key, Key(expected, format, marked)) << testing::PrintToString(bytes) << " code set "
+                                                  << int{codeSet} << " language " << int{language};
+  }
+}
+
 TEST_F(StringLaws, KeysOrderAsTheirTextsWhereNoGroupChanges) {
   XoTypeMgr const manager;
   unsigned compared = 0;
