@@ -128,10 +128,10 @@ constexpr std::uint64_t LetterDifference(std::uint64_t a, std::uint64_t b) {
   return bits != 0 ? start + place(bits) : common;
 }
 
-/// The rank of an order among those of its group, without accent and case.
-constexpr int LetterRank(unsigned order) {
+/// The key of an order of `group`, without accent and case: what `LetterLevel` gives of `KeyOf`.
+constexpr unsigned LetterKey(unsigned order, unsigned group) {
   bool const isLetter = order >= kFirstLetterOrder && order < kFirstHanOrder;
-  return static_cast<int>(isLetter ? order & 0x407F : order);
+  return ((isLetter ? order & 0x407F : order) + (order != 0 ? group << 16 : 0)) << 8;
 }
 
 /// The order of two keys of `group`, which is below `kUntabledGroup` and not 0, under an operator
@@ -143,7 +143,7 @@ constexpr int LetterRank(unsigned order) {
   unsigned const order2 = b.At(offset);
   // Letters and digits that differ decide, whatever follows, and so does the end of a key.
   if (!IsIgnorable(order1) && !IsIgnorable(order2)) [[likely]] {
-    int const difference = LetterRank(order1) - LetterRank(order2);
+    int const difference = Difference(LetterKey(order1, group), LetterKey(order2, group));
     if (difference != 0) return difference;
   }
   return CompareKeyLevels(a, b, group, cmpOp);
