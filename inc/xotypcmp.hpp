@@ -2,7 +2,7 @@
 
 #include "xotypes.hpp"
 
-/// The comparisons of the plain scalars, each with the signature and the contract of `XCompare`.
+/// The comparisons of the numbers, each with the signature and the contract of `XCompare`.
 ///
 /// Unless noted, an element is read in place when the format's low nibble is 8 or 1, and through
 /// the disk helper of its type otherwise. The result is -1, 0 or 1. `cmpOp` is not read.
@@ -22,6 +22,10 @@ XO_EXPORT XCompare O_U8BCompare;     ///< `o_u8b`
 /// All NaNs are equal to one another, and -0 equals +0.
 XO_EXPORT XCompare FloatCompare;   ///< `o_float`
 XO_EXPORT XCompare DoubleCompare;  ///< `o_double`
+
+XO_EXPORT XCompare Int64Compare;  ///< `XoInt64`
+/// `XoBoolean`: null, then by the signed bytes, so false before true.
+XO_EXPORT XCompare BooleanCompare;
 
 /// The comparison of strings: records as `StringStore` writes them, older records, and index keys,
 /// by their sort orders as `XoStrCmp` orders them under `cmpOp`, which may make the second operand

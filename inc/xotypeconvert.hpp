@@ -73,3 +73,11 @@ XO_EXPORT XoConvertTo FloatConvertToXoString;
 XO_EXPORT XoConvertFrom FloatConvertFromXoString;
 XO_EXPORT XoConvertTo DoubleConvertToXoString;
 XO_EXPORT XoConvertFrom DoubleConvertFromXoString;
+
+/// `XoInt64`: text reads by `XoInt64::ScanFromXoString` under "%S", so -1 where it is no number.
+XO_EXPORT XoConvertTo Int64ConvertToXoString;
+XO_EXPORT XoConvertFrom Int64ConvertFromXoString;
+/// `XoBoolean`: "1" or "0", and a null string for null. A string that is missing or null gives
+/// null, every other the truth of its first character being "1".
+XO_EXPORT XoConvertTo BooleanConvertToXoString;
+XO_EXPORT XoConvertFrom BooleanConvertFromXoString;

@@ -1,5 +1,6 @@
 #include "src/xotypcmp/scalar_compare.hpp"
 
+#include "src/xoint64/int64_family.hpp"
 #include "xotypcmp.hpp"
 
 int CharCompare(unsigned char format, unsigned len1, void* buf1, unsigned len2, void* buf2,
@@ -72,4 +73,16 @@ int DoubleCompare(unsigned char format, unsigned len1, void* buf1, unsigned len2
                   unsigned short cmpOp, unsigned count, int& status) {
   return xo::CompareScalars<o_double, xo::DoubleFamily>(format, len1, buf1, len2, buf2, cmpOp,
                                                         count, status);
+}
+
+int Int64Compare(unsigned char format, unsigned len1, void* buf1, unsigned len2, void* buf2,
+                 unsigned short cmpOp, unsigned count, int& status) {
+  return xo::CompareScalars<XoInt64, xo::Int64Family>(format, len1, buf1, len2, buf2, cmpOp, count,
+                                                      status);
+}
+
+int BooleanCompare(unsigned char format, unsigned len1, void* buf1, unsigned len2, void* buf2,
+                   unsigned short cmpOp, unsigned count, int& status) {
+  return xo::CompareScalars<XoBoolean, xo::CharFamily>(format, len1, buf1, len2, buf2, cmpOp, count,
+                                                       status);
 }

@@ -3,10 +3,12 @@
 #include <cmath>
 #include <concepts>
 
+#include "_xonulty.hpp"
 #include "src/xotypcmp/array_compare.hpp"
 #include "src/xotypes/scalar_family.hpp"
+#include "xoboolean.hpp"
 
-/// The comparison of the plain scalars.
+/// The comparison of the numbers: plain ones, booleans, and those that can be null.
 namespace xo {
 
 /// -1, 0 or 1 by the order of two numbers.
@@ -33,10 +35,21 @@ int OrderOf(Value a, Value b) {
   return (a > b) - (a < b);
 }
 
+/// Order of booleans: null, then by their signed bytes.
+constexpr int OrderOf(XoBoolean a, XoBoolean b) { return (a > b) - (a < b); }
+
+/// Order of numbers that can be null: null, then the order of the numbers.
+template <class Number, XoTypeId kRow>
+int OrderOf(XoNullElement<Number, kRow> a, XoNullElement<Number, kRow> b) {
+  if ((a.isNull | b.isNull) == 0) return OrderOf(a.value, b.value);
+  return XoNullOrder(XoNullRelation(a.isNull != 0, b.isNull != 0));
+}
+
 /// Whether elements are compared as they lie. Bytes always are, and 16-bit numbers swap under
 /// `FormBig` alone.
 template <class Family>
 constexpr bool ComparesInPlace(unsigned char nibble) {
+  if constexpr (!Family::kIsPlain) return false;
   if constexpr (Family::kWidth == 1) return true;
   if constexpr (Family::kWidth == 2) return nibble != FormBig;
   return ReadsInPlace(nibble);
@@ -62,6 +75,12 @@ int CompareScalars(unsigned char format, unsigned len1, void* buf1, unsigned len
   if (count == 1 && ComparesInPlace<Family>(FormNibble(format))) [[likely]] {
     status = 0;
     return OrderOf(LoadBytes<Value>(buf1), LoadBytes<Value>(buf2));
+  }
+  if constexpr (!Family::kIsPlain) {
+    if (count == 1) {
+      status = 0;
+      return ScalarElements<Value, Family>::Compare(FormNibble(format), buf1, buf2, cmpOp);
+    }
   }
   return CompareArrays<ScalarElements<Value, Family>>(format, len1, buf1, len2, buf2, cmpOp, count,
                                                       status);

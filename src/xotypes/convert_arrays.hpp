@@ -6,14 +6,17 @@
 #include <type_traits>
 #include <utility>
 
+#include "_xonulty.hpp"
 #include "base/bytes.hpp"
+#include "src/xostring/narrow_text.hpp"
 #include "src/xotypes/object_array.hpp"
+#include "xoboolean.hpp"
 #include "xoint64.hpp"
 #include "xostring.hpp"
 #include "xotypeconvert.hpp"
 #include "xotypes.hpp"
 
-/// Arrays of values as arrays of strings and back. `ToText` and `FromText` convert one element.
+/// Arrays of values as arrays of strings and back. `TextOf` converts one element.
 namespace xo {
 
 /// A number cut to 64 bits, toward zero; what does not fit, NaN included, gives the lowest value.
@@ -23,28 +26,25 @@ constexpr o_8b TruncateToInteger(o_double number) {
                                               : std::numeric_limits<o_8b>::min();
 }
 
+/// How a value writes and reads as text. Integers up to the width of `int` read as one and are cut;
+/// unsigned ones of that width need the greater range of a floating-point number.
 template <class Value>
-requires std::is_arithmetic_v<Value> XoString ToText(Value value) {
-  if constexpr (std::floating_point<Value>) {
-    return XoString(o_double{value});
-  } else if constexpr (std::is_unsigned_v<Value>) {
-    return XoString(static_cast<unsigned long long>(value));
-  } else {
-    return XoString(static_cast<long long>(value));
+struct TextOf {
+  static XoString Write(Value value) {
+    if constexpr (std::floating_point<Value>) {
+      return XoString(o_double{value});
+    } else if constexpr (std::is_unsigned_v<Value>) {
+      return XoString(static_cast<unsigned long long>(value));
+    } else {
+      return XoString(static_cast<long long>(value));
+    }
   }
-}
 
-inline XoString ToText(XoInt64 value) { return ToText(o_8b{value.Get8b()}); }
-
-/// What text reads as. Integers up to the width of `int` read as one and are cut; unsigned ones of
-/// that width need the greater range of a floating-point number.
-template <class Value>
-struct FromText {
   static Value Read(XoString const& text) {
-    if constexpr (std::floating_point<Value> || std::is_same_v<Value, o_u4b>) {
-      auto const number = static_cast<o_double>(text);
-      if constexpr (std::floating_point<Value>) return static_cast<Value>(number);
-      return static_cast<Value>(TruncateToInteger(number));
+    if constexpr (std::floating_point<Value>) {
+      return static_cast<Value>(static_cast<o_double>(text));
+    } else if constexpr (std::is_same_v<Value, o_u4b>) {
+      return static_cast<Value>(TruncateToInteger(static_cast<o_double>(text)));
     } else if constexpr (sizeof(Value) == sizeof(long long)) {
       return static_cast<Value>(static_cast<long long>(text));
     } else {
@@ -54,13 +54,53 @@ struct FromText {
 };
 
 template <>
-struct FromText<XoInt64> {
+struct TextOf<XoInt64> {
+  static XoString Write(XoInt64 value) {
+    XoString text;
+    value.PrintToXoString(text, nullptr);
+    return text;
+  }
+
   static XoInt64 Read(XoString const& text) {
     XoInt64 value;
     value.ScanFromXoString(text, nullptr);
     return value;
   }
 };
+
+inline XoString NullText() {
+  XoString text;
+  text.SetNullValue();
+  return text;
+}
+
+template <>
+struct TextOf<XoBoolean> {
+  static XoString Write(XoBoolean value) {
+    return value.IsNullValue() != 0 ? NullText() : XoString(value.value == 1 ? '1' : '0');
+  }
+
+  static XoBoolean Read(XoString const& text) { return NarrowText(text).Get()[0] == '1' ? 1 : 0; }
+};
+
+template <class Number, XoTypeId kRow>
+struct TextOf<XoNullElement<Number, kRow>> {
+  using Element = XoNullElement<Number, kRow>;
+
+  static XoString Write(Element element) {
+    return element.IsNullValue() != 0 ? NullText() : TextOf<Number>::Write(element.value);
+  }
+
+  static Element Read(XoString const& text) { return TextOf<Number>::Read(text); }
+};
+
+/// What stands for a text that is missing or null: null where the type has it, else 0.
+template <class Value>
+Value MissingValue() {
+  Value value{};
+  if constexpr (requires { value.SetNullValue(); }) value.SetNullValue();
+  return value;
+}
 
 /// An array that goes back to its row unless it is handed on.
 template <class Array>
@@ -86,14 +126,14 @@ XoTypeConvertData* ConvertToStrings(void* values, unsigned count) {
   NewArray<Strings> strings(count);
   for (std::size_t index = 0; index < count; ++index) {
     *Strings::Element(strings.Get(), index) =
-        ToText(LoadBytes<Value>(Advance(values, index * sizeof(Value))));
+        TextOf<Value>::Write(LoadBytes<Value>(Advance(values, index * sizeof(Value))));
   }
   auto* const carrier = XoTypeConvertData::Make(XoSTRING_T, count, strings.Get(), nullptr);
   strings.Release();
   return carrier;
 }
 
-/// Slot `ConvertFrom`: `Array` makes the values, and `Value()` is what stands for a missing text.
+/// Slot `ConvertFrom`: `Array` makes the values.
 template <class Value, class Array>
 void* ConvertFromStrings(XoTypeConvertData* strings, unsigned count) {
   NewArray<Array> values(count);
@@ -102,7 +142,7 @@ void* ConvertFromStrings(XoTypeConvertData* strings, unsigned count) {
         strings != nullptr ? strings->GetString(static_cast<int>(index)) : nullptr;
     bool const isThere = text != nullptr && text->IsNullValue() == 0;
     StoreBytes(Advance(values.Get(), index * sizeof(Value)),
-               isThere ? FromText<Value>::Read(*text) : Value());
+               isThere ? TextOf<Value>::Read(*text) : MissingValue<Value>());
   }
   return values.Release();
 }
@@ -111,7 +151,7 @@ void* ConvertFromStrings(XoTypeConvertData* strings, unsigned count) {
 template <class Value, class Array>
 void* DefaultOrNull(unsigned count, int asNull) {
   NewArray<Array> values(count);
-  Value value = FromText<Value>::Read(XoString());
+  Value value = TextOf<Value>::Read(XoString());
   if (asNull != 0) value.SetNullValue();
   for (std::size_t index = 0; index < count; ++index) {
     StoreBytes(Advance(values.Get(), index * sizeof(Value)), value);

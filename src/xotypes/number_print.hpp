@@ -81,4 +81,9 @@ struct NumberText<XoInt64> {
   static constexpr TypeDescriptor::ScanFunction* kScan = ScanInt64;
 };
 
+struct BooleanText {
+  static constexpr TypeDescriptor::PrintFunction* kPrint = PrintBoolean;
+  static constexpr TypeDescriptor::ScanFunction* kScan = ScanBoolean;
+};
+
 }  // namespace xo

@@ -2,7 +2,7 @@
 #include "src/xotypes/scalar_operations.hpp"
 #include "xotypeconvert.hpp"
 
-/// The conversions of the plain scalars under the names that they are offered by.
+/// The conversions of the numbers under the names that they are offered by.
 
 namespace xo {
 namespace {
@@ -97,4 +97,18 @@ XoTypeConvertData* DoubleConvertToXoString(void* values, unsigned count) {
 }
 void* DoubleConvertFromXoString(XoTypeConvertData* strings, unsigned count) {
   return xo::ConvertFromText<o_double, xo::DoubleFamily>(strings, count);
+}
+
+XoTypeConvertData* Int64ConvertToXoString(void* values, unsigned count) {
+  return xo::ConvertToStrings<XoInt64>(values, count);
+}
+void* Int64ConvertFromXoString(XoTypeConvertData* strings, unsigned count) {
+  return xo::ConvertFromStrings<XoInt64, xo::ObjectArray<XoInt64>>(strings, count);
+}
+
+XoTypeConvertData* BooleanConvertToXoString(void* values, unsigned count) {
+  return xo::ConvertToStrings<XoBoolean>(values, count);
+}
+void* BooleanConvertFromXoString(XoTypeConvertData* strings, unsigned count) {
+  return xo::ConvertFromStrings<XoBoolean, xo::ObjectArray<XoBoolean>>(strings, count);
 }

@@ -18,6 +18,8 @@ template <unsigned Width, auto* StoreRoutine, auto* LoadRoutine, auto* DecodeRou
 struct ScalarFamily {
   static constexpr unsigned kWidth = Width;
   static constexpr bool kCreateZeroes = false;
+  /// Whether an element is a number of the machine and nothing else.
+  static constexpr bool kIsPlain = true;
   static constexpr TypeDescriptor::StoreFunction* kStore = StoreRoutine;
   static constexpr TypeDescriptor::LoadFunction* kLoad = LoadRoutine;
   static constexpr TypeDescriptor::SizeGetFunction* kSizeGet = SizeRoutine;

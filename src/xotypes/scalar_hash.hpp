@@ -6,6 +6,7 @@
 
 #include "src/xotypes/array_walk.hpp"
 #include "src/xotypes/scalar_family.hpp"
+#include "xoint64.hpp"
 
 /// `Hash` of the plain scalars: the elements' folds XORed, times a constant.
 namespace xo {
@@ -24,6 +25,8 @@ constexpr o_u4b Fold(o_double value) {
   auto const bits = std::bit_cast<o_u8b>(value);
   return static_cast<o_u4b>(bits) ^ static_cast<o_u4b>(bits >> 32);
 }
+
+constexpr o_u4b Fold(XoInt64 value) { return value.low ^ static_cast<o_u4b>(value.high); }
 
 /// The folds of `count` elements in memory form, XORed.
 template <class Value>
@@ -45,8 +48,8 @@ o_u4b FoldElements(void const* values, std::size_t count) {
   return folds;
 }
 
-/// Slot `Hash` of a plain scalar.
-template <class Value, class Family>
+/// Slot `Hash` of a plain scalar. Elements that are not read where they lie are `Decoded`.
+template <class Value, class Family, class Decoded = Value>
 unsigned HashScalars(unsigned char format, unsigned length, void* data, unsigned count,
                      int& error) {
   unsigned const width = ElementWidth<Family>(format);
@@ -57,7 +60,7 @@ unsigned HashScalars(unsigned char format, unsigned length, void* data, unsigned
     folds = FoldElements<Value>(data, reachable);
   } else {
     for (std::size_t index = 0; index < reachable; ++index) {
-      folds ^= Fold(DecodeElement<Value, Family>(Advance(data, index * width), format));
+      folds ^= Fold(DecodeElement<Decoded, Family>(Advance(data, index * width), format));
     }
   }
   return folds * kHashMultiplier;

@@ -12,9 +12,23 @@
 /// are contiguous elements with no header, and need no alignment.
 namespace xo {
 
+/// A whole element as it is copied: a word of the machine where there is one of its width.
+template <std::size_t kWidth>
+struct ElementBits {
+  struct Type {
+    unsigned char bytes[kWidth];
+  };
+};
+template <std::size_t kWidth>
+requires requires { typename UnsignedOf<kWidth>; }
+struct ElementBits<kWidth> {
+  using Type = UnsignedOf<kWidth>;
+};
+
 template <class Family>
 struct ScalarOperations {
   static constexpr std::size_t kWidth = Family::kWidth;
+  using Bits = typename ElementBits<kWidth>::Type;
 
   static void* Create(unsigned count) {
     // The count widens as a signed number, so one of 2^31 and above is too large to be had; the
@@ -37,7 +51,7 @@ struct ScalarOperations {
 
   static void Constructor(void* values, unsigned count, unsigned) {
     if (count == 1) {
-      StoreBytes(values, UnsignedOf<kWidth>{0});
+      StoreBytes(values, Bits{});
     } else if (count != 0) {
       std::memset(values, 0, count * kWidth);
     }
@@ -49,7 +63,7 @@ struct ScalarOperations {
   static void Assignment(void* target, void* source, unsigned count, int fill) {
     if (count == 0) return;
     if (fill != 0) {
-      auto const first = LoadBytes<UnsignedOf<kWidth>>(source);
+      auto const first = LoadBytes<Bits>(source);
       for (std::size_t offset = 0; offset < count * kWidth; offset += kWidth) {
         StoreBytes(Advance(target, offset), first);
       }
@@ -72,7 +86,7 @@ struct ScalarOperations {
     bool const fromMemory = HasMemoryBit(sourceFormat);
     if (toMemory && fromMemory) {
       for (std::size_t offset = 0; offset < count * kWidth; offset += kWidth) {
-        StoreBytes(Advance(target, offset), LoadBytes<UnsignedOf<kWidth>>(Advance(source, offset)));
+        StoreBytes(Advance(target, offset), LoadBytes<Bits>(Advance(source, offset)));
       }
       return count * Family::kWidth;
     }

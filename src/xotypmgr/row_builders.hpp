@@ -1,9 +1,13 @@
 #pragma once
 
-#include "src/xotypes/convert_arrays.hpp"
-#include "src/xotypes/number_print.hpp"
+#include "src/xoboolean/boolean_operations.hpp"
 #include "src/xodate/temporal_rows.hpp"
 #include "src/xodate/temporal_text.hpp"
+#include "src/xoint64/int64_family.hpp"
+#include "src/xonulty/null_operations.hpp"
+#include "src/xotypcmp/scalar_compare.hpp"
+#include "src/xotypes/convert_arrays.hpp"
+#include "src/xotypes/number_print.hpp"
 #include "src/xotypes/scalar_hash.hpp"
 #include "src/xotypes/scalar_operations.hpp"
 #include "src/xotypes/scalar_step.hpp"
@@ -91,24 +95,19 @@ constexpr TypeDescriptor WithSizesOf(TypeDescriptor row) {
   return row;
 }
 
-/// The row of a plain scalar. `Traits` names its `Value`, its disk `Family`, its comparison
-/// `kCompare` and its conversions `kConvertTo` and `kConvertFrom`; rows of one family share what
-/// depends on the family alone.
+/// A row of fixed-width elements: what follows from a disk family, and all else that `Traits`
+/// names. Rows of one family share what depends on the family alone.
 template <class Traits>
-constexpr TypeDescriptor MakeScalarRow(char const* name, char const* typeIdName,
-                                       char const* format) {
-  using Value = typename Traits::Value;
+constexpr TypeDescriptor MakeFixedRow(char const* name, char const* typeIdName,
+                                      char const* format) {
   using Family = typename Traits::Family;
   using Operations = ScalarOperations<Family>;
-  static_assert(sizeof(Value) == Family::kWidth);
-  auto row = WithSizesOf<Family>(MakeEmptyRow(name, typeIdName, format, sizeof(Value), 1));
-  row.Create = Operations::Create;
-  row.Delete = Operations::Delete;
+  static_assert(sizeof(typename Traits::Value) == Family::kWidth);
+  auto row = WithSizesOf<Family>(MakeEmptyRow(name, typeIdName, format, Family::kWidth, 1));
   row.Store = Family::kStore;
   row.Load = Family::kLoad;
   row.SizeGetFromMemFile = Operations::SizeGetFromMemFile;
   row.Compare = Traits::kCompare;
-  row.Hash = HashScalars<Value, Family>;
   row.ConvertTo = Traits::kConvertTo;
   row.ConvertFrom = Traits::kConvertFrom;
   row.Constructor = Operations::Constructor;
@@ -116,10 +115,88 @@ constexpr TypeDescriptor MakeScalarRow(char const* name, char const* typeIdName,
   row.Assignment = Operations::Assignment;
   row.Copy = Operations::Assignment;
   row.Translate = Operations::Translate;
-  row.PrintToXoString = NumberText<Value>::kPrint;
-  row.ScanFromXoString = NumberText<Value>::kScan;
+  return row;
+}
+
+/// `row` with the arrays of `Array` and the text of `Text`, which print and scan the values.
+template <class Array, class Text>
+constexpr TypeDescriptor WithArraysAndText(TypeDescriptor row) {
+  row.Create = Array::Create;
+  row.Delete = Array::Delete;
+  row.PrintToXoString = Text::kPrint;
+  row.ScanFromXoString = Text::kScan;
+  return row;
+}
+
+/// The row of a plain scalar. `Traits` names its `Value`, its disk `Family`, its comparison
+/// `kCompare` and its conversions `kConvertTo` and `kConvertFrom`.
+template <class Traits>
+constexpr TypeDescriptor MakeScalarRow(char const* name, char const* typeIdName,
+                                       char const* format) {
+  using Value = typename Traits::Value;
+  using Family = typename Traits::Family;
+  using Operations = ScalarOperations<Family>;
+  auto row = WithArraysAndText<Operations, NumberText<Value>>(
+      MakeFixedRow<Traits>(name, typeIdName, format));
+  row.Hash = HashScalars<Value, Family>;
   row.DefaultValue = Operations::DefaultValue;
   row.GetValue = StepValue<Value>;
+  return row;
+}
+
+/// The row of `XoInt64`.
+template <class Traits>
+constexpr TypeDescriptor MakeInt64Row(char const* name, char const* typeIdName,
+                                      char const* format) {
+  using Array = ObjectArray<XoInt64>;
+  auto row =
+      WithArraysAndText<Array, NumberText<XoInt64>>(MakeFixedRow<Traits>(name, typeIdName, format));
+  row.Hash = HashScalars<XoInt64, Int64Family>;
+  // New elements are 0, which is the default.
+  row.DefaultValue = [](unsigned count, int) { return Array::Create(count); };
+  row.GetValue = StepInt64;
+  return row;
+}
+
+/// The row of `XoBoolean`.
+template <class Traits>
+constexpr TypeDescriptor MakeBooleanRow(char const* name, char const* typeIdName,
+                                        char const* format) {
+  using Array = ObjectArray<XoBoolean>;
+  auto row = WithArraysAndText<Array, BooleanText>(MakeFixedRow<Traits>(name, typeIdName, format));
+  // A byte that is read in place counts with its sign, a decoded one does not: nulls hash apart.
+  row.Hash = HashScalars<o_char, CharFamily, o_u1b>;
+  row.IsNull = IsNullBoolean;
+  row.SetNull = SetNullBoolean;
+  row.DefaultValue = DefaultOrNull<XoBoolean, Array>;
+  row.GetValue = StepBoolean;
+  return row;
+}
+
+template <class Element, class Plain>
+struct NullTraits {
+  using Value = Element;
+  using Family = NullFamily<Element, Plain>;
+  static constexpr XCompare* kCompare = CompareScalars<Element, Family>;
+  static constexpr XoConvertTo* kConvertTo = ConvertToStrings<Element>;
+  static constexpr XoConvertFrom* kConvertFrom = ConvertFromStrings<Element, ObjectArray<Element>>;
+};
+
+/// The row of a number that can be null: the class `Element` of a number of the disk family
+/// `Plain`.
+template <class Element, class Plain>
+constexpr TypeDescriptor MakeNullRow(char const* name, char const* typeIdName, char const* format) {
+  using Operations = NullOperations<Element, Plain>;
+  using Array = ObjectArray<Element>;
+  auto row = WithArraysAndText<Array, typename Operations::Text>(
+      MakeFixedRow<NullTraits<Element, Plain>>(name, typeIdName, format));
+  row.Hash = Operations::Hash;
+  row.Constructor = Operations::Constructor;
+  row.Copy = Operations::Copy;
+  row.IsNull = Operations::IsNull;
+  row.SetNull = Operations::SetNull;
+  row.DefaultValue = DefaultOrNull<Element, Array>;
+  row.GetValue = Operations::GetValue;
   return row;
 }
 

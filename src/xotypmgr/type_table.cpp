@@ -42,6 +42,10 @@ using Double = Scalar<o_double, DoubleFamily, DoubleCompare, DoubleConvertToXoSt
                       DoubleConvertFromXoString>;
 using Float =
     Scalar<o_float, FloatFamily, FloatCompare, FloatConvertToXoString, FloatConvertFromXoString>;
+using Int64 =
+    Scalar<XoInt64, Int64Family, Int64Compare, Int64ConvertToXoString, Int64ConvertFromXoString>;
+using Boolean = Scalar<XoBoolean, CharFamily, BooleanCompare, BooleanConvertToXoString,
+                       BooleanConvertFromXoString>;
 
 constinit TypeDescriptor charRow = MakeScalarRow<Char>("o_char", "Xo1B_T", "%c");
 constinit TypeDescriptor shortRow = MakeScalarRow<Short>("o_2b", "Xo2B_T", "%hd");
@@ -76,23 +80,30 @@ constinit TypeDescriptor odmgTimestampRow =
     MakeEmptyRow("d_Timestamp", "D_TIMESTAMP_T", "%a %b %e %I:%M:%S %p", 10, 1);
 constinit TypeDescriptor odmgIntervalRow = WithSizesOf<FloatFamily>(
     MakeEmptyRow("d_Interval", "D_INTERVAL_T", "%e days, %I hours, %M minutes, %S seconds", 4, 1));
-constinit TypeDescriptor int64Row = MakeEmptyRow("XoInt64", "XoINT64_T", "%S", 8, 1);
-constinit TypeDescriptor booleanRow = MakeEmptyRow("XoBoolean", "XoBOOLEAN_T", "noop", 1, 1);
-constinit TypeDescriptor nullCharRow = MakeEmptyRow("XoNull_char", "XoNULL_1B_T", "%c", 2, 1);
-constinit TypeDescriptor nullByteRow = MakeEmptyRow("XoNull_uchar", "XoNULL_U1B_T", "%c", 2, 1);
-constinit TypeDescriptor nullShortRow = MakeEmptyRow("XoNull_short", "XoNULL_2B_T", "%hd", 4, 1);
-constinit TypeDescriptor nullWordRow = MakeEmptyRow("XoNull_ushort", "XoNULL_U2B_T", "%hu", 4, 1);
-constinit TypeDescriptor nullIntRow = MakeEmptyRow("XoNull_int", "XoNULL_INT_T", "%d", 8, 1);
+constinit TypeDescriptor int64Row = MakeInt64Row<Int64>("XoInt64", "XoINT64_T", "%S");
+constinit TypeDescriptor booleanRow = MakeBooleanRow<Boolean>("XoBoolean", "XoBOOLEAN_T", "noop");
+constinit TypeDescriptor nullCharRow =
+    MakeNullRow<XoNull_char, CharFamily>("XoNull_char", "XoNULL_1B_T", "%c");
+constinit TypeDescriptor nullByteRow =
+    MakeNullRow<XoNull_uchar, CharFamily>("XoNull_uchar", "XoNULL_U1B_T", "%c");
+constinit TypeDescriptor nullShortRow =
+    MakeNullRow<XoNull_short, ShortFamily>("XoNull_short", "XoNULL_2B_T", "%hd");
+constinit TypeDescriptor nullWordRow =
+    MakeNullRow<XoNull_ushort, ShortFamily>("XoNull_ushort", "XoNULL_U2B_T", "%hu");
+constinit TypeDescriptor nullIntRow =
+    MakeNullRow<XoNull_int, IntFamily>("XoNull_int", "XoNULL_INT_T", "%d");
 constinit TypeDescriptor nullUnsignedRow =
-    MakeEmptyRow("XoNull_unsigned", "XoNULL_UNSIGNED_T", "%u", 8, 1);
-constinit TypeDescriptor nullLongRow = MakeEmptyRow("XoNull_long", "XoNULL_4B_T", "%ld", 8, 1);
-constinit TypeDescriptor nullDwordRow = MakeEmptyRow("XoNull_ulong", "XoNULL_U4B_T", "%lu", 8, 1);
+    MakeNullRow<XoNull_unsigned, UnsignedFamily>("XoNull_unsigned", "XoNULL_UNSIGNED_T", "%u");
+constinit TypeDescriptor nullLongRow =
+    MakeNullRow<XoNull_long, LongFamily>("XoNull_long", "XoNULL_4B_T", "%ld");
+constinit TypeDescriptor nullDwordRow =
+    MakeNullRow<XoNull_ulong, LongFamily>("XoNull_ulong", "XoNULL_U4B_T", "%lu");
 constinit TypeDescriptor nullFloatRow =
-    MakeEmptyRow("XoNull_float", "XoNULL_FLOAT_T", "%.17g", 8, 1);
+    MakeNullRow<XoNull_float, FloatFamily>("XoNull_float", "XoNULL_FLOAT_T", "%.17g");
 constinit TypeDescriptor nullDoubleRow =
-    MakeEmptyRow("XoNull_double", "XoNULL_DOUBLE_T", "%.17g", 16, 1);
+    MakeNullRow<XoNull_double, DoubleFamily>("XoNull_double", "XoNULL_DOUBLE_T", "%.17g");
 constinit TypeDescriptor nullInt64Row =
-    MakeEmptyRow("XoNull_XoInt64", "XoNULL_XOINT64_T", "%S", 12, 1);
+    MakeNullRow<XoNull_XoInt64, Int64Family>("XoNull_XoInt64", "XoNULL_XOINT64_T", "%S");
 constinit TypeDescriptor sealRow = MakeEmptyRow("XoSeal", "XoSEAL_T", "noop", 6, 1);
 constinit TypeDescriptor dateTimeNRow =
     MakeTemporalRow<DateTimeNLayout>("XoDateTimeN", "XoDATIME_N_T", "%X", XoDateTimeNCompare);
@@ -101,9 +112,10 @@ constinit TypeDescriptor timeSpanRow =
 constinit TypeDescriptor longLongRow = MakeScalarRow<LongLong>("o_8b", "Xo8B_T", "%I64d");
 constinit TypeDescriptor unsignedLongLongRow =
     MakeScalarRow<UnsignedLongLong>("o_u8b", "XoU8B_T", "%I64u");
-constinit TypeDescriptor nullLongLongRow = MakeEmptyRow("XoNull_8b", "XoNULL_8B_T", "%I64d", 16, 1);
+constinit TypeDescriptor nullLongLongRow =
+    MakeNullRow<XoNull_8b, LongLongFamily>("XoNull_8b", "XoNULL_8B_T", "%I64d");
 constinit TypeDescriptor nullUnsignedLongLongRow =
-    MakeEmptyRow("XoNull_u8b", "XoNULL_U8B_T", "%I64u", 16, 1);
+    MakeNullRow<XoNull_u8b, LongLongFamily>("XoNull_u8b", "XoNULL_U8B_T", "%I64u");
 constinit TypeDescriptor illegalRow = MakeEmptyRow("illegal", "XoRES_T", "illegal", 0, 1);
 
 /// The string row of databases of an older generation. All other rows serve both generations.

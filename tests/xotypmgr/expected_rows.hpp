@@ -78,12 +78,16 @@ inline constexpr int kScalarRows[] = {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 14, 42, 
 /// The rows of dates, times and spans.
 inline constexpr int kTemporalRows[] = {12, 13, 19, 40, 41};
 
+/// The rows of the numbers that can be null.
+inline constexpr int kNullNumberRows[] = {28, 29, 30, 31, 32, 33, 34, 35, 36, 37, 38, 44, 45};
+
 /// The rows with operations of their own. All others answer as the `illegal` row does; whoever
 /// gives one its operations moves it here.
 inline std::set<int> const kBuiltRows = [] {
   std::set<int> rows(std::begin(kScalarRows), std::end(kScalarRows));
   rows.insert(std::begin(kTemporalRows), std::end(kTemporalRows));
-  rows.insert(11);
+  rows.insert(std::begin(kNullNumberRows), std::end(kNullNumberRows));
+  rows.insert({11, 26, 27});
   return rows;
 }();
 

@@ -1,0 +1,113 @@
+#pragma once
+
+#include <cstddef>
+
+#include "src/xoint64/int64_family.hpp"
+#include "src/xonulty/null_family.hpp"
+#include "src/xostring/null_print_string.hpp"
+#include "src/xotypes/array_walk.hpp"
+#include "src/xotypes/number_print.hpp"
+#include "src/xotypes/scalar_hash.hpp"
+#include "src/xotypes/scalar_operations.hpp"
+#include "src/xotypes/scalar_step.hpp"
+
+/// The slots of numbers that can be null. What is not null goes the way of the plain number.
+namespace xo {
+
+/// What a null element adds to the hash of its array.
+inline constexpr o_u4b kNullElementHash = 0xFEFE7575;
+
+template <class Element, class Plain>
+struct NullOperations {
+  using Number = typename Element::Plain;
+  using Family = NullFamily<Element, Plain>;
+  using Elements = typename Family::Elements;
+  using Fixed = ScalarOperations<Family>;
+
+  static void Constructor(void* values, unsigned count, unsigned) {
+    for (std::size_t index = 0; index < count; ++index) {
+      StoreBytes(Advance(values, index * sizeof(Element)), Element());
+    }
+  }
+
+  /// Slot `Copy`, which has no elements to make where there is no memory.
+  static void Copy(void* target, void* source, unsigned count, int fill) {
+    if (target != nullptr) Fixed::Assignment(target, source, count, fill);
+  }
+
+  static unsigned Hash(unsigned char format, unsigned length, void* data, unsigned count,
+                       int& error) {
+    unsigned const width = ElementWidth<Family>(format);
+    unsigned const reachable = ReachableElements(count, length, width);
+    error = reachable < count ? ERR_TM_LENGTH_EXCEEDED : 0;
+    unsigned char const nibble = FormNibble(format);
+    if (nibble == FormLittle) return HashInPlace<true, sizeof(Number) + 1>(data, reachable);
+    if (nibble == FormMemory) return HashInPlace<false, sizeof(Element)>(data, reachable);
+    o_u4b hash = 0;
+    for (std::size_t index = 0; index < reachable; ++index) {
+      hash ^= HashOf(DecodeElement<Element, Family>(Advance(data, index * width), nibble));
+    }
+    return hash;
+  }
+
+  static int IsNull(void* value) { return Elements::NullByteOf(value); }
+
+  static int SetNull(void* value) {
+    StoreBytes(value, Element());
+    return 0;
+  }
+
+  // The number of an element is its beginning, so that the plain row takes the element for one.
+
+  static XoString& Print(XoString& out, void* values, char const* format, unsigned) {
+    if (IsNull(values) != 0) return out = NullPrintString();
+    return NumberText<Number>::kPrint(out, values, format, 1);
+  }
+
+  static void* Scan(void* target, XoString& text, char const* format, unsigned) {
+    if (target == nullptr) return nullptr;
+    if (text.IsEmpty() != 0 || BeginsWithNull(text)) {
+      SetNull(target);
+    } else {
+      NumberText<Number>::kScan(target, text, format, 1);
+      SetPresent(target);
+    }
+    return target;
+  }
+
+  struct Text {
+    static constexpr TypeDescriptor::PrintFunction* kPrint = Print;
+    static constexpr TypeDescriptor::ScanFunction* kScan = Scan;
+  };
+
+  static int GetValue(void* value, unsigned, unsigned char format, NextValueCode code) {
+    if (format != FormMemory || !AsksForNextValue(code)) return ERR_TM_NOT_SUPPORTED;
+    NextValueCode const plainCode = IsNull(value) != 0 ? kLowestValue : code;
+    int result = 0;
+    if constexpr (std::is_same_v<Number, XoInt64>) {
+      result = StepInt64(value, 1, format, plainCode);
+    } else {
+      result = StepValue<Number>(value, 1, format, plainCode);
+    }
+    SetPresent(value);
+    return result;
+  }
+
+ private:
+  static void SetPresent(void* value) { StoreBytes(Advance(value, sizeof(Number)), o_u1b{0}); }
+
+  static o_u4b HashOf(Element element) {
+    return element.isNull != 0 ? kNullElementHash : Fold(element.value) * kHashMultiplier;
+  }
+
+  template <bool kNullAhead, std::size_t kStride>
+  static o_u4b HashInPlace(void const* data, std::size_t count) {
+    o_u4b hash = 0;
+    for (std::size_t index = 0; index < count; ++index) {
+      hash ^= HashOf(Elements::template Read<kNullAhead>(Advance(data, index * kStride)));
+    }
+    return hash;
+  }
+};
+
+}  // namespace xo
