@@ -1,5 +1,9 @@
 #pragma once
 
+#include <bit>
+#include <cstring>
+#include <type_traits>
+
 #include "base/export.hpp"
 
 class XoString;
@@ -23,7 +27,11 @@ class XoInt64 {
   constexpr XoInt64(unsigned long value) : XoInt64(static_cast<unsigned long long>(value)) {}
   constexpr XoInt64(long long value) : XoInt64(static_cast<unsigned long long>(value)) {}
   constexpr XoInt64(unsigned long long value)
-      : low(static_cast<unsigned>(value)), high(static_cast<int>(value >> 32)) {}
+      : low(static_cast<unsigned>(value)), high(static_cast<int>(value >> 32)) {
+    // The machine's own number has the halves in this order. Taken whole it need not be put
+    // together and apart again at every step of a calculation.
+    if (!std::is_constant_evaluated()) std::memcpy(static_cast<void*>(this), &value, sizeof value);
+  }
   /// The whole part of the number as it reads with seven significant digits: 1234567890123.0 gives
   /// 1234568000000, and 9.9999999 gives 10. A number beyond the type gives the largest value or
   /// that negated; what is below 1, and a NaN, gives 0.
@@ -31,7 +39,10 @@ class XoInt64 {
 
   constexpr long long Get8b() const { return static_cast<long long>(GetU8b()); }
   constexpr unsigned long long GetU8b() const {
-    return static_cast<unsigned long long>(static_cast<unsigned>(high)) << 32 | low;
+    unsigned long long value =
+        static_cast<unsigned long long>(static_cast<unsigned>(high)) << 32 | low;
+    if (!std::is_constant_evaluated()) std::memcpy(&value, this, sizeof value);
+    return value;
   }
 
   // Shifts. The compound forms change this value and return a copy of it.
@@ -101,3 +112,5 @@ class XoInt64 {
 };
 
 static_assert(sizeof(XoInt64) == 8 && alignof(XoInt64) == 4);
+// The halves lie as those of the machine's own number.
+static_assert(std::endian::native == std::endian::little);

@@ -102,11 +102,18 @@ struct NullOperations {
 
   template <bool kNullAhead, std::size_t kStride>
   static o_u4b HashInPlace(void const* data, std::size_t count) {
-    o_u4b hash = 0;
-    for (std::size_t index = 0; index < count; ++index) {
-      hash ^= HashOf(Elements::template Read<kNullAhead>(Advance(data, index * kStride)));
+    auto const hashAt = [data](std::size_t index) {
+      return HashOf(Elements::template Read<kNullAhead>(Advance(data, index * kStride)));
+    };
+    // In lanes that do not wait for one another.
+    constexpr std::size_t kLanes = 4;
+    o_u4b lanes[kLanes] = {};
+    std::size_t index = 0;
+    for (; index + kLanes <= count; index += kLanes) {
+      for (std::size_t lane = 0; lane < kLanes; ++lane) lanes[lane] ^= hashAt(index + lane);
     }
-    return hash;
+    for (; index < count; ++index) lanes[0] ^= hashAt(index);
+    return lanes[0] ^ lanes[1] ^ lanes[2] ^ lanes[3];
   }
 };
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <charconv>
 #include <concepts>
 #include <cstddef>
 #include <limits>
@@ -8,7 +9,9 @@
 
 #include "_xonulty.hpp"
 #include "base/bytes.hpp"
+#include "base/number_text.hpp"
 #include "src/xostring/narrow_text.hpp"
+#include "src/xotypes/narrow_assign.hpp"
 #include "src/xotypes/object_array.hpp"
 #include "xoboolean.hpp"
 #include "xoint64.hpp"
@@ -26,17 +29,20 @@ constexpr o_8b TruncateToInteger(o_double number) {
                                               : std::numeric_limits<o_8b>::min();
 }
 
-/// How a value writes and reads as text. Integers up to the width of `int` read as one and are cut;
-/// unsigned ones of that width need the greater range of a floating-point number.
+/// How a value writes, into a new string, and reads as text. Integers up to the width of `int` read
+/// as one and are cut; unsigned ones of that width need the greater range of a floating-point
+/// number.
 template <class Value>
 struct TextOf {
-  static XoString Write(Value value) {
+  static void Write(XoString& text, Value value) {
     if constexpr (std::floating_point<Value>) {
-      return XoString(o_double{value});
-    } else if constexpr (std::is_unsigned_v<Value>) {
-      return XoString(static_cast<unsigned long long>(value));
+      char digits[kDoubleTextSize];
+      PrintDouble(digits, value);
+      AssignNarrow(text, digits);
     } else {
-      return XoString(static_cast<long long>(value));
+      char digits[kIntegerTextSize];
+      char const* const last = std::to_chars(digits, digits + sizeof digits, value).ptr;
+      AssignNarrow(text, {digits, static_cast<std::size_t>(last - digits)});
     }
   }
 
@@ -55,11 +61,7 @@ struct TextOf {
 
 template <>
 struct TextOf<XoInt64> {
-  static XoString Write(XoInt64 value) {
-    XoString text;
-    value.PrintToXoString(text, nullptr);
-    return text;
-  }
+  static void Write(XoString& text, XoInt64 value) { value.PrintToXoString(text, nullptr); }
 
   static XoInt64 Read(XoString const& text) {
     XoInt64 value;
@@ -68,16 +70,14 @@ struct TextOf<XoInt64> {
   }
 };
 
-inline XoString NullText() {
-  XoString text;
-  text.SetNullValue();
-  return text;
-}
-
 template <>
 struct TextOf<XoBoolean> {
-  static XoString Write(XoBoolean value) {
-    return value.IsNullValue() != 0 ? NullText() : XoString(value.value == 1 ? '1' : '0');
+  static void Write(XoString& text, XoBoolean value) {
+    if (value.IsNullValue() != 0) {
+      text.SetNullValue();
+    } else {
+      AssignNarrow(text, value.value == 1 ? "1" : "0");
+    }
   }
 
   static XoBoolean Read(XoString const& text) { return NarrowText(text).Get()[0] == '1' ? 1 : 0; }
@@ -87,8 +87,12 @@ template <class Number, XoTypeId kRow>
 struct TextOf<XoNullElement<Number, kRow>> {
   using Element = XoNullElement<Number, kRow>;
 
-  static XoString Write(Element element) {
-    return element.IsNullValue() != 0 ? NullText() : TextOf<Number>::Write(element.value);
+  static void Write(XoString& text, Element element) {
+    if (element.IsNullValue() != 0) {
+      text.SetNullValue();
+    } else {
+      TextOf<Number>::Write(text, element.value);
+    }
   }
 
   static Element Read(XoString const& text) { return TextOf<Number>::Read(text); }
@@ -125,8 +129,8 @@ XoTypeConvertData* ConvertToStrings(void* values, unsigned count) {
   using Strings = ObjectArray<XoString>;
   NewArray<Strings> strings(count);
   for (std::size_t index = 0; index < count; ++index) {
-    *Strings::Element(strings.Get(), index) =
-        TextOf<Value>::Write(LoadBytes<Value>(Advance(values, index * sizeof(Value))));
+    TextOf<Value>::Write(*Strings::Element(strings.Get(), index),
+                         LoadBytes<Value>(Advance(values, index * sizeof(Value))));
   }
   auto* const carrier = XoTypeConvertData::Make(XoSTRING_T, count, strings.Get(), nullptr);
   strings.Release();

@@ -8,6 +8,7 @@
 #include "base/number_text.hpp"
 #include "src/xostring/narrow_text.hpp"
 #include "src/xostring/null_print_string.hpp"
+#include "src/xotypes/narrow_assign.hpp"
 #include "xoboolean.hpp"
 
 namespace xo {
@@ -30,7 +31,8 @@ XoString& PrintFormatted(XoString& out,
                          char const* format, Value value) {
   char usual[kUsualText];
   std::size_t const length = print(usual, sizeof usual, format, value);
-  if (length < sizeof usual) return out = usual;
+  // A character of zero ends the text.
+  if (length < sizeof usual) return AssignNarrow(out, usual);
   // No string takes more than this.
   std::string text(std::min<std::size_t>(length, XoString::kMaxSize), 0);
   print(text.data(), text.size() + 1, format, value);
@@ -47,7 +49,7 @@ XoString& PrintFloating(XoString& out, o_double value, char const* format) {
   if (!IsExactFormat(format)) return PrintFormatted(out, FormatDouble, format, value);
   char text[kDoubleTextSize];
   PrintDouble(text, value);
-  return out = text;
+  return AssignNarrow(out, text);
 }
 
 void* ScanInteger(void* target, XoString const& text, char const* format, unsigned width) {
