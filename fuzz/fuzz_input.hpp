@@ -39,15 +39,23 @@ struct Request {
   unsigned char format;
   unsigned count;
 
-  /// Size of an element: of all rows that read their elements, in memory as on disk.
+  /// Size of an element in memory, which no stored form of those rows that read their elements
+  /// exceeds.
   std::size_t Width() const { return manager.MemLenGet(type, 1); }
+
+  /// Size of an element in the request's own format, as a walk over an array steps.
+  std::size_t StepWidth() const {
+    if ((format & 15) == FormMemory) return Width();
+    return manager.DiskLenGet(type, nullptr, format, 1, format);
+  }
 
   /// Bytes that an operation on `count` elements may touch when told that `length` are there:
   /// whole elements, as a partial last one is touched whole.
   std::size_t Reach(unsigned length) const {
-    std::size_t const whole = std::size_t{count} * Width();
-    if (length == 0 || Width() == 0) return whole;
-    return std::min(whole, (length + Width() - 1) / Width() * Width());
+    std::size_t const width = StepWidth();
+    std::size_t const whole = count * width;
+    if (length == 0 || width == 0) return whole;
+    return std::min(whole, (length + width - 1) / width * width);
   }
 
  private:

@@ -15,7 +15,7 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
   bool const toMemory = (targetFormat & FormMemory) != 0;
   bool const fromMemory = (sourceFormat & FormMemory) != 0;
   bool const bothStored = !toMemory && !fromMemory;
-  std::size_t const whole = request.Reach(0);
+  std::size_t const whole = request.count * request.Width();
   auto const room = [&](bool memory, std::size_t length) {
     if (bothStored) return length;
     return memory || length == 0 ? whole : length;
