@@ -21,8 +21,10 @@ void AddCreate(CLI::App& index, std::function<int()>& command) {
   CLI::App* const create =
       index.add_subcommand("create", "Build an index of the values in the lines of a text");
   create->add_option("FILE", options->file, "the index; one that is there is replaced")->required();
-  create->add_option("--type", options->type, "type of the values, see 'xotm types'")->required();
-  create->add_option("--input", options->input, "the text, - for standard input")->required();
+  CLI::Option* const type =
+      create->add_option("--type", options->type, "type of the values, see 'xotm types'");
+  CLI::Option* const input =
+      create->add_option("--input", options->input, "the text, - for standard input");
   create->add_option("--column", options->column, "field of the line that holds the value")
       ->check(CLI::Range(std::int64_t{1}, INT64_MAX).description(">= 1"))
       ->capture_default_str();
@@ -34,22 +36,39 @@ void AddCreate(CLI::App& index, std::function<int()>& command) {
   create->add_option("--skip", options->skip, "lines to pass over at the beginning")
       ->check(CLI::Range(std::int64_t{0}, INT64_MAX).description(">= 0"))
       ->capture_default_str();
-  create->add_option("--byte-order", options->byteOrder, "byte order of the stored values")
-      ->check(CLI::IsMember({kLittleEndian, kBigEndian}))
+  AddByteOrderOption(*create, options->byteOrder, "byte order of the stored values")
       ->capture_default_str();
   create
       ->add_option("--on-error", options->onError,
                    "stop at the first line without a value, or skip and count such lines")
       ->check(CLI::IsMember({"stop", "skip"}))
       ->capture_default_str();
-  create->callback([options, &command] { command = [options] { return CreateIndex(*options); }; });
+  create->add_option("--language", options->language,
+                     "of text: number, name or tag; neutral by default");
+  create->add_option("--code-set", options->codeSet, "of text: number or name; Unicode by default");
+  create
+      ->add_option("--key-length", options->keyLength,
+                   fmt::format("of text: bytes of a key at most, {} by default", kUsualKey))
+      ->check(CLI::Range(kShortestKey, kLongestKey));
+  CLI::Option* const rebuild = create->add_flag("--rebuild", options->rebuild,
+                                                "rebuild an index of text from its own values");
+  rebuild->excludes(type)->excludes(input);
+  create->callback([options, type, input, &command] {
+    if (!options->rebuild) {
+      for (CLI::Option const* const needed : {type, input}) {
+        if (needed->count() == 0) throw CLI::RequiredError(needed->get_name());
+      }
+    }
+    command = [options] {
+      return options->rebuild ? RebuildIndex(*options) : CreateIndex(*options);
+    };
+  });
 }
 
 void AddReadOptions(CLI::App& reader, ReadOptions& options) {
   reader.add_option("FILE", options.file, "the index")->required();
   reader.add_option("--type", options.type, "type that the values are thought to be of");
-  reader.add_option("--byte-order", options.byteOrder, "byte order that is thought to be stored")
-      ->check(CLI::IsMember({kLittleEndian, kBigEndian}));
+  AddByteOrderOption(reader, options.byteOrder, "byte order that is thought to be stored");
 }
 
 void AddSearchOptions(CLI::App& search, SearchOptions& options) {
@@ -59,11 +78,32 @@ void AddSearchOptions(CLI::App& search, SearchOptions& options) {
   search.add_flag("--stats", options.stats, "tell the comparisons made and the time taken");
 }
 
+/// A flag by which a search of text sets a bit of its comparisons.
+struct ComparisonFlag {
+  char const* name;
+  unsigned short bit;
+  char const* description;
+};
+constexpr ComparisonFlag kComparisonFlags[] = {
+    {"--ignore-case", kCmpIgnoreCase, "of text: upper and lower case are the same"},
+    {"--ignore-accents", kCmpIgnoreAccents, "of text: letters are the same with any accent"},
+    {"--skip-spaces", kCmpSkipSpaces, "of text: spaces do not count"},
+    {"--skip-symbols", kCmpSkipSymbols, "of text: symbols do not count"},
+    {"--no-wildcards", kCmpNoWildcards, "of text: * and ? stand for themselves"},
+};
+
 void AddFind(CLI::App& index, std::function<int()>& command) {
   auto const options = std::make_shared<SearchOptions>();
-  CLI::App* const find = index.add_subcommand("find", "Print the lines that hold a value");
+  CLI::App* const find = index.add_subcommand(
+      "find", "Print the lines that hold a value, or of text, one that matches a pattern");
   AddReadOptions(*find, *options);
-  find->add_option("VALUE", options->low, "the value")->required();
+  find->add_option("VALUE", options->low,
+                   "the value; in text, * stands for any characters and ? for any one")
+      ->required();
+  for (ComparisonFlag const& flag : kComparisonFlags) {
+    find->add_flag_callback(
+        flag.name, [options, bit = flag.bit] { options->cmpOp |= bit; }, flag.description);
+  }
   AddSearchOptions(*find, *options);
   find->callback([options, &command] { command = [options] { return SearchIndex(*options); }; });
 }
@@ -108,6 +148,12 @@ void AddIndexCommands(CLI::App& tool, std::function<int()>& command) {
   AddVerify(*index, command);
 }
 
+CLI::Option* AddByteOrderOption(CLI::App& command, std::string& byteOrder,
+                                char const* description) {
+  return command.add_option("--byte-order", byteOrder, description)
+      ->check(CLI::IsMember({kLittleEndian, kBigEndian}));
+}
+
 unsigned char FormatOf(std::string const& byteOrder) {
   return byteOrder == kBigEndian ? FormBig : FormLittle;
 }
@@ -116,7 +162,24 @@ std::string ByteOrderOf(unsigned char format) {
   return FormNibble(format) == FormBig ? kBigEndian : kLittleEndian;
 }
 
-void NoteUnusedOptions(ReadOptions const& options, IndexReader const& index) {
+/// No argument of a program holds it.
+constexpr char kValueMark = '\0';
+
+std::string ValueOf(std::string argument) {
+  if (argument.starts_with(kValueMark)) argument.erase(0, 1);
+  return argument;
+}
+
+void MarkNegativeValue(std::string& argument) {
+  std::string word;
+  for (char const character : argument) word += static_cast<char>(character | 0x20);
+  if (word == "-inf" || word == "-infinity" || word == "-nan" || word.starts_with("-.")) {
+    argument.insert(argument.begin(), kValueMark);
+  }
+}
+
+void PrepareToRead(ReadOptions const& options, IndexReader const& index) {
+  index.RequirePresentCollation();
   IndexMeta const& meta = index.Meta();
   if (!options.type.empty() && FindType(options.type) != meta.type) {
     WriteMessage(fmt::format("note: {} holds values of type {}, not {}", index.Name(),

@@ -23,6 +23,12 @@ struct CreateOptions {
   std::string delimiter = "\\t";
   std::int64_t skip = 0;
   std::string onError = "stop";
+  // Of text alone, and empty or 0 where the user does not name them:
+  std::string language;
+  std::string codeSet;
+  unsigned keyLength = 0;
+  /// Not from an input but from the records of the index that is there.
+  bool rebuild = false;
 };
 
 /// Options of all commands that read an index. Type and byte order stand in the file; whoever
@@ -38,6 +44,8 @@ struct ReadOptions {
 struct SearchOptions : ReadOptions {
   std::string low;
   std::optional<std::string> high;
+  /// Of text alone: bits by which the comparison ignores or skips something, or has no wildcards.
+  unsigned cmpOp = 0;
   bool lineNumbers = false;
   bool count = false;
   bool stats = false;
@@ -48,9 +56,13 @@ struct SearchOptions : ReadOptions {
 void AddIndexCommands(CLI::App& tool, std::function<int()>& command);
 
 int CreateIndex(CreateOptions const& options);
+int RebuildIndex(CreateOptions const& options);
 int SearchIndex(SearchOptions const& options);
 int ShowIndexStatistics(ReadOptions const& options);
 int VerifyIndex(ReadOptions const& options);
+
+/// Adds the option that names a byte order.
+CLI::Option* AddByteOrderOption(CLI::App& command, std::string& byteOrder, char const* description);
 
 /// The format byte of disk form in the byte order that an option names.
 unsigned char FormatOf(std::string const& byteOrder);
@@ -58,7 +70,17 @@ unsigned char FormatOf(std::string const& byteOrder);
 /// The byte order of a format byte, in the words of the option.
 std::string ByteOrderOf(unsigned char format);
 
-/// Tells the user about options that differ from what the index says of itself.
-void NoteUnusedOptions(ReadOptions const& options, IndexReader const& index);
+/// For every command that reads an index, before it does: an index whose keys are not in the order
+/// that they have today is `Trouble`. Tells the user about options that differ from what the index
+/// says of itself.
+void PrepareToRead(ReadOptions const& options, IndexReader const& index);
+
+/// `argument` as the user gave it. A value that starts like an option is marked beforehand
+/// (`MarkNegativeValue`).
+std::string ValueOf(std::string argument);
+
+/// Marks an argument that is a negative value but starts with no digit, which would be taken for an
+/// option.
+void MarkNegativeValue(std::string& argument);
 
 }  // namespace xo::tool

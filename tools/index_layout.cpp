@@ -22,10 +22,17 @@ constexpr std::size_t kDistinctAt = 24;       // 8 bytes
 constexpr std::size_t kKeysChecksumAt = 32;   // 8 bytes
 constexpr std::size_t kLinesChecksumAt = 40;  // 8 bytes
 constexpr std::size_t kNameAt = 48;           // 32 bytes, filled up with 0
-constexpr std::size_t kChecksumAt = 80;       // 8 bytes, of all bytes before
+// Of strings alone:
+constexpr std::size_t kCodeSetAt = 80;         // 1 byte
+constexpr std::size_t kLanguageAt = 81;        // 1 byte
+constexpr std::size_t kKeyLengthAt = 82;       // 2 bytes
+constexpr std::size_t kCollationAt = 84;       // 4 bytes
+constexpr std::size_t kFingerprintAt = 88;     // 8 bytes
+constexpr std::size_t kValuesChecksumAt = 96;  // 8 bytes
+constexpr std::size_t kChecksumAt = 104;       // 8 bytes, of all bytes before
 
 constexpr unsigned char kMagic[8] = {'X', 'O', 'T', 'M', 'I', 'D', 'X', 0};
-constexpr std::size_t kNameSize = kChecksumAt - kNameAt;
+constexpr std::size_t kNameSize = kCodeSetAt - kNameAt;
 constexpr char kMetaKey[] = "index";
 
 // FNV-1a of 64 bits, Fowler, Noll and Vo.
@@ -68,6 +75,12 @@ MetaRecord EncodeMeta(IndexMeta const& meta) {
   PutNumber(record, kKeysChecksumAt, meta.keysChecksum);
   PutNumber(record, kLinesChecksumAt, meta.linesChecksum);
   std::memcpy(record.data() + kNameAt, NameField(meta.type).data(), kNameSize);
+  record[kCodeSetAt] = meta.codeSet;
+  record[kLanguageAt] = meta.language;
+  ShortStoreOne(record.data() + kKeyLengthAt, &meta.keyLength, FormLittle);
+  LongStoreOne(record.data() + kCollationAt, &meta.collationVersion, FormLittle);
+  PutNumber(record, kFingerprintAt, meta.collationFingerprint);
+  PutNumber(record, kValuesChecksumAt, meta.valuesChecksum);
   PutNumber(record, kChecksumAt, Fnv1a(kFnvStart, record.data(), kChecksumAt));
   return record;
 }
@@ -97,6 +110,20 @@ IndexMeta DecodeMeta(std::span<unsigned char const> record, std::string const& n
   if (std::memcmp(bytes + kNameAt, NameField(meta.type).data(), kNameSize) != 0 ||
       !HasDiskForm(XoTypeMgr{}, meta.type)) {
     throw Trouble(fmt::format("{} is of a type that this xotm does not have", name));
+  }
+  meta.codeSet = bytes[kCodeSetAt];
+  meta.language = bytes[kLanguageAt];
+  ShortStoreOne(&meta.keyLength, bytes + kKeyLengthAt, FormLittle);
+  LongStoreOne(&meta.collationVersion, bytes + kCollationAt, FormLittle);
+  meta.collationFingerprint = Number(bytes, kFingerprintAt);
+  meta.valuesChecksum = Number(bytes, kValuesChecksumAt);
+  if (meta.HasText() && (XoLanguageContext::QueryCodeSet(meta.codeSet) == nullptr ||
+                         XoLanguageContext::QueryLanguage(meta.language) == nullptr)) {
+    throw Trouble(
+        fmt::format("{} is in a code set or language that this xotm does not have", name));
+  }
+  if (meta.HasText() && (meta.keyLength < kShortestKey || meta.keyLength > kLongestKey)) {
+    throw Trouble(fmt::format("{} (length of keys)", DamageMessage(name)));
   }
   return meta;
 }

@@ -4,6 +4,7 @@
 
 #include "tools/index_order.hpp"
 #include "tools/printable.hpp"
+#include "tools/text_form.hpp"
 #include "tools/trouble.hpp"
 
 namespace xo::tool {
@@ -17,7 +18,8 @@ IndexReader::IndexReader(std::string const& path)
   SetIndexOrder(meta.type, meta.format);
   keys = OpenDatabase(kKeysDatabase, kKeysFlags);
   lines = OpenDatabase(kLinesDatabase, kLinesFlags);
-  mdb_set_compare(transaction.get(), keys, CompareIndexKeys);
+  if (meta.HasText()) values = OpenDatabase(kValuesDatabase, kLinesFlags);
+  mdb_set_compare(transaction.get(), keys, indexOrder.compare);
 }
 
 IndexMeta IndexReader::ReadMeta() const {
@@ -45,18 +47,44 @@ MDB_dbi IndexReader::OpenDatabase(char const* databaseName, unsigned expectedFla
   return database;
 }
 
-std::string_view IndexReader::Line(LineNumber number) const {
+MDB_val IndexReader::Fetch(MDB_dbi database, LineNumber number, char const* what) const {
   MDB_val key = LmdbValue(&number, sizeof number);
-  MDB_val text{};
-  int const code = mdb_get(transaction.get(), lines, &key, &text);
+  MDB_val data{};
+  int const code = mdb_get(transaction.get(), database, &key, &data);
   if (code == MDB_NOTFOUND) {
-    throw Trouble(fmt::format("{} (line {} is not there)", DamageMessage(name), number));
+    throw Trouble(fmt::format("{} ({} {} is not there)", DamageMessage(name), what, number));
   }
   if (code != 0) ThrowUnreadable(name, code);
-  if (text.mv_size > fileBytes) {
-    throw Trouble(fmt::format("{} (length of line {})", DamageMessage(name), number));
+  if (data.mv_size > fileBytes) {
+    throw Trouble(fmt::format("{} (length of {} {})", DamageMessage(name), what, number));
   }
+  return data;
+}
+
+std::string_view IndexReader::Line(LineNumber number) const {
+  MDB_val const text = Fetch(lines, number, "line");
   return {static_cast<char const*>(text.mv_data), text.mv_size};
+}
+
+std::span<unsigned char const> IndexReader::Record(LineNumber number) const {
+  MDB_val const value = Fetch(values, number, "value of line");
+  ByteSpan const record{static_cast<unsigned char const*>(value.mv_data), value.mv_size};
+  if (!IsRecord(meta, record)) {
+    throw Trouble(fmt::format("{} (value of line {})", DamageMessage(name), number));
+  }
+  return record;
+}
+
+void IndexReader::RequirePresentCollation() const {
+  if (!meta.HasText() ||
+      meta.collationFingerprint == XoLanguageContext::GetCollationFingerprint()) {
+    return;
+  }
+  throw Trouble(fmt::format(
+      "{} is ordered by collation {} ({:016x}), this xotm has collation {} ({:016x}): "
+      "'xotm index create FILE --rebuild' rebuilds it",
+      name, meta.collationVersion, meta.collationFingerprint,
+      XoLanguageContext::GetCollationVersion(), XoLanguageContext::GetCollationFingerprint()));
 }
 
 MDB_stat IndexReader::Statistics(MDB_dbi database) const {

@@ -3,6 +3,7 @@
 #include <lmdb.h>
 
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -26,9 +27,17 @@ class IndexReader {
   MDB_txn* Transaction() const { return transaction.get(); }
   MDB_dbi Keys() const { return keys; }
   MDB_dbi Lines() const { return lines; }
+  /// Of text alone.
+  MDB_dbi Values() const { return values; }
 
   /// The text of a line that a key leads to. It belongs to the map of the file.
   std::string_view Line(LineNumber number) const;
+
+  /// The value of a line that a key of text leads to, a whole record. It belongs to the map too.
+  std::span<unsigned char const> Record(LineNumber number) const;
+
+  /// An index of text that is ordered by another collation than this program's is `Trouble`.
+  void RequirePresentCollation() const;
 
   /// Counts of pages and entries of one of the databases.
   MDB_stat Statistics(MDB_dbi database) const;
@@ -37,6 +46,7 @@ class IndexReader {
  private:
   IndexMeta ReadMeta() const;
   MDB_dbi OpenDatabase(char const* databaseName, unsigned expectedFlags) const;
+  MDB_val Fetch(MDB_dbi database, LineNumber number, char const* what) const;
 
   // In the order in which they must come to be; they end in reverse.
   std::string name;
@@ -47,6 +57,7 @@ class IndexReader {
   IndexMeta meta;
   MDB_dbi keys = 0;
   MDB_dbi lines = 0;
+  MDB_dbi values = 0;
 };
 
 }  // namespace xo::tool

@@ -39,20 +39,23 @@ int FillUpLastPages(MDB_env* environment, std::string const& path) {
 
 }  // namespace
 
-IndexWriter::IndexWriter(std::string const& path, char type, unsigned char format)
+IndexWriter::IndexWriter(std::string const& path, IndexShape const& shape)
     : name(PrintableName(path)),
       file(RequireReplaceable(path)),
       environment(OpenEnvironment(file.Path(), name, 0, kMapSize)),
       transaction(BeginTransaction(environment.get(), name, 0)) {
-  meta.type = type;
-  meta.format = format;
-  SetIndexOrder(type, format);
+  static_cast<IndexShape&>(meta) = shape;
+  SetIndexOrder(meta.type, meta.format);
   metaDatabase = MakeDatabase(kMetaDatabase, 0);
   keys = MakeDatabase(kKeysDatabase, kKeysFlags);
   lines = MakeDatabase(kLinesDatabase, kLinesFlags);
-  mdb_set_compare(transaction.get(), keys, CompareIndexKeys);
+  mdb_set_compare(transaction.get(), keys, indexOrder.compare);
   keysCursor = OpenCursor(transaction.get(), keys, name);
   linesCursor = OpenCursor(transaction.get(), lines, name);
+  if (meta.HasText()) {
+    values = MakeDatabase(kValuesDatabase, kLinesFlags);
+    valuesCursor = OpenCursor(transaction.get(), values, name);
+  }
 }
 
 MDB_dbi IndexWriter::MakeDatabase(char const* databaseName, unsigned flags) const {
@@ -66,25 +69,29 @@ void IndexWriter::Add(StoredValue const& value, LineNumber line, std::string_vie
   Put(linesCursor.get(), LmdbValue(&line, sizeof line), LmdbValue(text.data(), text.size()),
       MDB_APPEND);
   meta.linesChecksum += EntryChecksum(line, text.data(), text.size());
-  batch.Add(value, line);
+  if (meta.HasText()) {
+    Put(valuesCursor.get(), LmdbValue(&line, sizeof line),
+        LmdbValue(value.record.data(), value.record.size()), MDB_APPEND);
+    meta.valuesChecksum += EntryChecksum(line, value.record.data(), value.record.size());
+  }
+  batch.Add(value.key, line);
   if (batch.IsFull()) PutBatch();
 }
 
 void IndexWriter::PutBatch() {
-  KeyBatch::Entry const* previous = nullptr;
+  MDB_val previous{};
   for (KeyBatch::Entry const& entry : batch.Sorted()) {
-    MDB_val const key = LmdbValue(entry.value.data(), indexOrder.width);
+    MDB_val const key = batch.Key(entry);
     // Where everything comes in order, pages are filled to the brim instead of being split in
     // halves.
     unsigned flags = 0;
     if (isFirstBatch) {
-      MDB_val const last =
-          LmdbValue(previous != nullptr ? previous->value.data() : nullptr, indexOrder.width);
-      bool const isRepeated = previous != nullptr && CompareIndexKeys(&last, &key) == 0;
+      bool const isRepeated =
+          previous.mv_data != nullptr && indexOrder.compare(&previous, &key) == 0;
       flags = isRepeated ? MDB_APPENDDUP : MDB_APPEND;
     }
     Put(keysCursor.get(), key, LmdbValue(&entry.line, sizeof entry.line), flags);
-    previous = &entry;
+    previous = key;
   }
   batch.Clear();
   isFirstBatch = false;
@@ -101,8 +108,10 @@ IndexMeta IndexWriter::Commit(Progress& progress) {
   PutBatch();
   keysCursor.reset();
   linesCursor.reset();
+  valuesCursor.reset();
   progress.Phase("checking");
-  TreeTotals const totals = CheckKeys(transaction.get(), keys, name, [](LineNumber) {});
+  TreeTotals const totals =
+      CheckKeys(transaction.get(), keys, name, [](LineNumber, MDB_val const&) {});
   meta.entries = totals.entries;
   meta.distinct = totals.distinct;
   meta.keysChecksum = totals.checksum;

@@ -8,6 +8,7 @@
 #include "tools/lmdb_file.hpp"
 #include "tools/new_file.hpp"
 #include "tools/progress.hpp"
+#include "tools/value_codec.hpp"
 
 namespace xo::tool {
 
@@ -17,9 +18,9 @@ namespace xo::tool {
 /// later one stays.
 class IndexWriter {
  public:
-  /// Begins an index of stored values of `type` in `format` for the file at `path`. A file that is
-  /// there and is no index is `Trouble`.
-  IndexWriter(std::string const& path, char type, unsigned char format);
+  /// Begins an index of the given shape for the file at `path`. A file that is there and is no
+  /// index is `Trouble`.
+  IndexWriter(std::string const& path, IndexShape const& shape);
 
   /// What messages call the file.
   std::string const& Name() const { return name; }
@@ -48,8 +49,10 @@ class IndexWriter {
   MDB_dbi metaDatabase = 0;
   MDB_dbi keys = 0;
   MDB_dbi lines = 0;
+  MDB_dbi values = 0;
   LmdbCursor keysCursor;
   LmdbCursor linesCursor;
+  LmdbCursor valuesCursor;
   IndexMeta meta;
   KeyBatch batch;
   bool isFirstBatch = true;

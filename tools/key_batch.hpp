@@ -1,10 +1,11 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
+#include <span>
 #include <vector>
 
 #include "tools/index_layout.hpp"
-#include "tools/value_codec.hpp"
 
 namespace xo::tool {
 
@@ -13,25 +14,37 @@ namespace xo::tool {
 class KeyBatch {
  public:
   struct Entry {
-    StoredValue value;
     LineNumber line;
+    /// Bytes of the key.
+    std::uint32_t size;
+    /// Where they begin, unless they are few enough to stand in the entry.
+    std::uint32_t offset;
+    std::array<unsigned char, 8> few;
   };
 
-  void Add(StoredValue const& value, LineNumber line) { entries.push_back({value, line}); }
+  void Add(std::span<unsigned char const> key, LineNumber line);
+
+  /// The key of one of the entries, until the batch changes.
+  MDB_val Key(Entry const& entry) const {
+    bool const isHere = entry.size <= entry.few.size();
+    return LmdbValue(isHere ? entry.few.data() : bytes.data() + entry.offset, entry.size);
+  }
 
   /// Whether it is time to empty the batch.
-  bool IsFull() const { return entries.size() >= kFull; }
+  bool IsFull() const { return entries.size() >= kFull || bytes.size() >= kFullBytes; }
 
-  /// The entries in the index's order, those of one value by line.
+  /// The entries in the index's order, those of one key by line.
   std::vector<Entry> const& Sorted();
 
-  void Clear() { entries.clear(); }
+  void Clear();
 
  private:
-  /// 16 MiB of entries.
-  static constexpr std::size_t kFull = (std::size_t{16} << 20) / sizeof(Entry);
+  /// 24 MiB of entries, and as many bytes of longer keys.
+  static constexpr std::size_t kFull = std::size_t{1} << 20;
+  static constexpr std::size_t kFullBytes = kFull * sizeof(Entry);
 
   std::vector<Entry> entries;
+  std::vector<unsigned char> bytes;
 };
 
 }  // namespace xo::tool

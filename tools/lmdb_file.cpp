@@ -50,7 +50,7 @@ constexpr std::uint32_t kSmallestPage = 512;
 constexpr std::uint32_t kLargestPage = 65536;
 
 /// Databases of one environment.
-constexpr MDB_dbi kDatabases = 3;
+constexpr MDB_dbi kDatabases = 4;
 
 /// A file descriptor that is closed at the end.
 struct Descriptor {

@@ -39,20 +39,14 @@ std::string Version() {
   return description;
 }
 
-/// Negative values that start with no digit would be taken for options.
-bool IsNegativeValue(std::string_view argument) {
-  std::string word;
-  for (char const character : argument) word += static_cast<char>(character | 0x20);
-  return word == "-inf" || word == "-infinity" || word == "-nan" || word.starts_with("-.");
-}
-
-/// The arguments in the reverse order in which CLI11 takes them. The blank before a negative value
-/// keeps it from being an option and does not change the value; of a text it would be a part.
+/// The arguments in the reverse order in which CLI11 takes them. What stands behind "--" is no
+/// option anyway.
 std::vector<std::string> Arguments(int count, char** values) {
   std::vector<std::string> arguments(values + 1, values + count);
   bool const areValues = !arguments.empty() && arguments.front() == "index";
   for (std::string& argument : arguments) {
-    if (areValues && IsNegativeValue(argument)) argument.insert(0, " ");
+    if (argument == "--") break;
+    if (areValues) MarkNegativeValue(argument);
   }
   std::reverse(arguments.begin(), arguments.end());
   return arguments;

@@ -6,16 +6,21 @@
 #include "tools/index_command.hpp"
 #include "tools/index_order.hpp"
 #include "tools/index_search.hpp"
+#include "tools/printable.hpp"
 #include "tools/standard_streams.hpp"
+#include "tools/text_decoder.hpp"
+#include "tools/text_search.hpp"
 #include "tools/trouble.hpp"
+#include "tools/type_names.hpp"
+#include "tools/value_codec.hpp"
 
 namespace xo::tool {
 namespace {
 
-StoredValue StoreArgument(ValueCodec const& codec, std::string const& text) {
+Bytes StoreArgument(ValueCodec& codec, std::string const& text) {
   auto const value = codec.Store(text);
   if (!value) throw Trouble(codec.Complaint(text));
-  return *value;
+  return {value->key.begin(), value->key.end()};
 }
 
 std::string JsonLine(LineNumber line, std::string_view text) {
@@ -44,30 +49,68 @@ std::string ReadableTime(std::chrono::steady_clock::duration duration) {
   return fmt::format("{:.2f} seconds", microseconds / 1e6);
 }
 
+/// What a search did.
+struct Outcome {
+  std::uint64_t found = 0;
+  /// Records compared because a key did not decide; nothing where keys always do.
+  std::optional<std::uint64_t> fetches;
+};
+
+Outcome SearchScalars(IndexReader const& index, SearchOptions const& options,
+                      std::function<void(LineNumber)> const& visit) {
+  auto const codec = MakeCodec(index.Meta());
+  Bytes const low = StoreArgument(*codec, ValueOf(options.low));
+  Bytes const high = options.high ? StoreArgument(*codec, ValueOf(*options.high)) : low;
+  return {options.count ? CountRange(index, low, high) : VisitRange(index, low, high, visit), {}};
+}
+
+Outcome SearchText(IndexReader const& index, SearchOptions const& options,
+                   std::function<void(LineNumber)> const& visit) {
+  IndexMeta const& meta = index.Meta();
+  XoCodeSet const& set = *XoLanguageContext::QueryCodeSet(meta.codeSet);
+  XoString const low = DecodeArgument(ValueOf(options.low), set, meta.language);
+  TextSearch search(index, visit);
+  Outcome outcome;
+  if (options.high) {
+    outcome.found = search.Range(low, DecodeArgument(ValueOf(*options.high), set, meta.language));
+  } else {
+    outcome.found = search.Find(low, static_cast<unsigned short>(options.cmpOp));
+  }
+  outcome.fetches = search.Fetches();
+  return outcome;
+}
+
 }  // namespace
 
 int SearchIndex(SearchOptions const& options) {
   IndexReader const index(options.file);
-  NoteUnusedOptions(options, index);
-  ValueCodec const codec(index.Meta().type, index.Meta().format);
-  StoredValue const low = StoreArgument(codec, options.low);
-  StoredValue const high = options.high ? StoreArgument(codec, *options.high) : low;
+  PrepareToRead(options, index);
+  bool const isText = index.Meta().HasText();
+  if (!isText && options.cmpOp != 0) {
+    throw Trouble(fmt::format("{} holds values of type {}: they are compared in one way alone",
+                              index.Name(), TypeName(index.Meta().type)));
+  }
 
   std::uint64_t const comparisonsBefore = indexOrder.comparisons;
   auto const start = std::chrono::steady_clock::now();
-  std::uint64_t const found =
-      options.count
-          ? CountRange(index, low, high)
-          : VisitRange(index, low, high, [&](LineNumber line) { PrintLine(index, options, line); });
+  auto const visit = [&](LineNumber line) {
+    if (!options.count) PrintLine(index, options, line);
+  };
+  Outcome const outcome =
+      isText ? SearchText(index, options, visit) : SearchScalars(index, options, visit);
   auto const time = std::chrono::steady_clock::now() - start;
 
+  std::uint64_t const found = outcome.found;
   if (options.count) {
     WriteOutput(options.json ? fmt::format("{{\"count\":{}}}\n", found)
                              : fmt::format("{}\n", found));
   }
   if (options.stats) {
-    WriteMessage(fmt::format("lines found: {}, comparisons: {}, time: {}", found,
-                             indexOrder.comparisons - comparisonsBefore, ReadableTime(time)));
+    std::string const fetches =
+        outcome.fetches ? fmt::format(", values fetched: {}", *outcome.fetches) : std::string();
+    WriteMessage(fmt::format("lines found: {}, comparisons: {}{}, time: {}", found,
+                             indexOrder.comparisons - comparisonsBefore, fetches,
+                             ReadableTime(time)));
   }
   return found > 0 ? kDone : kNothingFound;
 }

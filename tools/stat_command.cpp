@@ -60,7 +60,7 @@ std::string AsText(IndexReader const& index, MDB_stat const& keys, MDB_stat cons
 
 int ShowIndexStatistics(ReadOptions const& options) {
   IndexReader const index(options.file);
-  NoteUnusedOptions(options, index);
+  PrepareToRead(options, index);
   MDB_stat const keys = index.Statistics(index.Keys());
   MDB_stat const lines = index.Statistics(index.Lines());
   if (keys.ms_entries != index.Meta().entries || lines.ms_entries != index.Meta().entries) {

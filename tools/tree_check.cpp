@@ -54,37 +54,40 @@ class Walk {
 }  // namespace
 
 TreeTotals CheckKeys(MDB_txn* transaction, MDB_dbi keys, std::string const& name,
-                     std::function<void(LineNumber)> const& visit) {
+                     std::function<void(LineNumber, MDB_val const&)> const& visit) {
   TreeTotals totals;
   Walk walk(transaction, keys, name);
   // A copy, as LMDB may hand out another page's memory at the next step of a transaction that
   // writes.
-  std::vector<unsigned char> previousKey(indexOrder.width);
+  std::vector<unsigned char> previousKey;
   LineNumber previousLine = 0;
   while (walk.Next()) {
-    if (walk.key.mv_size != indexOrder.width) walk.Damaged("width of a key");
+    if (!indexOrder.IsKeySize(walk.key.mv_size)) walk.Damaged("width of a key");
     if (walk.data.mv_size != sizeof(LineNumber)) walk.Damaged("width of a line number");
     LineNumber const line = LineNumberOf(walk.data);
 
     MDB_val const previous = LmdbValue(previousKey.data(), previousKey.size());
-    int const order = totals.entries == 0 ? -1 : CompareIndexKeys(&previous, &walk.key);
+    int const order = totals.entries == 0 ? -1 : indexOrder.compare(&previous, &walk.key);
     if (order > 0) walk.Damaged("keys out of order");
     if (order == 0 && previousLine >= line) walk.Damaged("lines of a key out of order");
     if (order < 0) {
       ++totals.distinct;
-      std::memcpy(previousKey.data(), walk.key.mv_data, previousKey.size());
-    } else if (std::memcmp(previousKey.data(), walk.key.mv_data, previousKey.size()) != 0) {
+      auto const* const bytes = static_cast<unsigned char const*>(walk.key.mv_data);
+      previousKey.assign(bytes, bytes + walk.key.mv_size);
+    } else if (previousKey.size() != walk.key.mv_size ||
+               std::memcmp(previousKey.data(), walk.key.mv_data, previousKey.size()) != 0) {
       walk.Damaged("a key is there twice");
     }
     ++totals.entries;
     totals.checksum += EntryChecksum(line, walk.key.mv_data, walk.key.mv_size);
     previousLine = line;
-    visit(line);
+    visit(line, walk.key);
   }
   return totals;
 }
 
-TreeTotals CheckLines(MDB_txn* transaction, MDB_dbi lines, std::string const& name) {
+TreeTotals CheckLines(MDB_txn* transaction, MDB_dbi lines, std::string const& name,
+                      std::function<void(LineNumber, MDB_val const&)> const& visit) {
   TreeTotals totals;
   Walk walk(transaction, lines, name);
   LineNumber previousLine = 0;
@@ -96,6 +99,7 @@ TreeTotals CheckLines(MDB_txn* transaction, MDB_dbi lines, std::string const& na
     ++totals.distinct;
     totals.checksum += EntryChecksum(line, walk.data.mv_data, walk.data.mv_size);
     previousLine = line;
+    visit(line, walk.data);
   }
   return totals;
 }

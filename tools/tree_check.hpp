@@ -18,12 +18,13 @@ struct TreeTotals {
 };
 
 /// Walks the `keys` database of the index `name` from end to end: each key is above the one before
-/// it, and the lines of each ascend. `visit` is called for every line number. What is out of order
-/// is `Trouble`.
+/// it, and the lines of each ascend. `visit` is called for every line number with its key. What is
+/// out of order is `Trouble`.
 TreeTotals CheckKeys(MDB_txn* transaction, MDB_dbi keys, std::string const& name,
-                     std::function<void(LineNumber)> const& visit);
+                     std::function<void(LineNumber, MDB_val const&)> const& visit);
 
-/// The same for the `lines` database.
-TreeTotals CheckLines(MDB_txn* transaction, MDB_dbi lines, std::string const& name);
+/// The same for the `lines` or the `values` database; `visit` is given what each line has there.
+TreeTotals CheckLines(MDB_txn* transaction, MDB_dbi lines, std::string const& name,
+                      std::function<void(LineNumber, MDB_val const&)> const& visit);
 
 }  // namespace xo::tool

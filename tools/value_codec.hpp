@@ -1,39 +1,36 @@
 #pragma once
 
-#include <array>
+#include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
-#include <xotypemgr.hpp>
 
-#include "tools/scalar_text.hpp"
+#include "tools/index_layout.hpp"
 
 namespace xo::tool {
 
-/// Room for the widest stored value.
-inline constexpr std::size_t kWidestValue = 8;
+/// A value as an index holds it.
+struct StoredValue {
+  /// What stands in the tree. Of a type of fixed width it is the value in disk form.
+  std::span<unsigned char const> key;
+  /// Of text, whose key may be cut: the value whole.
+  std::span<unsigned char const> record;
+};
 
-/// A value in disk form; its width is its type's.
-using StoredValue = std::array<unsigned char, kWidestValue>;
-
-/// Text to stored values of one type in one format.
+/// Text to stored values of one index.
 class ValueCodec {
  public:
-  /// A type whose values have no disk form or no text form is `Trouble`.
-  ValueCodec(char type, unsigned char format);
+  virtual ~ValueCodec() = default;
 
-  /// The value that `text` stands for, nothing if it stands for none.
-  std::optional<StoredValue> Store(std::string_view text) const;
+  /// The value that `text` stands for, until the next call; nothing if it stands for none.
+  virtual std::optional<StoredValue> Store(std::string_view text) = 0;
 
   /// Why `text` stands for no value: the text and what is wrong with it.
-  std::string Complaint(std::string_view text) const;
-
- private:
-  XoTypeMgr manager;
-  char type;
-  unsigned char format;
-  std::size_t width = 0;
-  ScalarText const* scalar = nullptr;
+  virtual std::string Complaint(std::string_view text) = 0;
 };
+
+/// The codec of an index. A type whose values have no disk form or no text form is `Trouble`.
+std::unique_ptr<ValueCodec> MakeCodec(IndexShape const& shape);
 
 }  // namespace xo::tool

@@ -73,8 +73,8 @@ class KnownDamage(Damage):
                 self.assert_refused("i is no index")
 
     def test_AnotherLayoutVersionIsNamed(self):
-        self.replace(META_MAGIC + struct.pack("<I", 1), META_MAGIC + struct.pack("<I", 2), 1)
-        self.assert_refused("layout version 2", "version 1")
+        self.replace(META_MAGIC + struct.pack("<I", 2), META_MAGIC + struct.pack("<I", 1), 1)
+        self.assert_refused("layout version 1", "version 2")
 
     def test_AnotherVersionOfTheStoreIsNamed(self):
         version = struct.pack("<I", 2)
@@ -89,7 +89,7 @@ class KnownDamage(Damage):
 
     def test_AChangedRecordOfTheIndexIsDamage(self):
         start = self.whole.index(META_MAGIC)
-        for offset in range(12, 88, 5):
+        for offset in range(12, 112, 5):
             with self.subTest(offset=offset):
                 changed = bytes([self.whole[start + offset] ^ 0x10])
                 self.overwrite((start + offset, changed))
