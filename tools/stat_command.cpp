@@ -4,7 +4,9 @@
 
 #include "tools/index_command.hpp"
 #include "tools/index_reader.hpp"
+#include "tools/index_search.hpp"
 #include "tools/standard_streams.hpp"
+#include "tools/text_key.hpp"
 #include "tools/trouble.hpp"
 #include "tools/type_names.hpp"
 
@@ -23,6 +25,35 @@ std::string PagesAsText(MDB_stat const& tree) {
                      tree.ms_branch_pages, tree.ms_leaf_pages, tree.ms_overflow_pages);
 }
 
+/// How much of an index of text its keys do not tell.
+struct CutKeys {
+  /// Lines whose key is cut.
+  std::uint64_t lines = 0;
+  /// Keys that are cut: a look-up of their texts has to fetch a value.
+  std::uint64_t keys = 0;
+};
+
+CutKeys CountCutKeys(IndexReader const& index) {
+  CutKeys cut;
+  KeyCursor cursor(index);
+  for (bool on = cursor.First(); on; on = cursor.NextKey()) {
+    if (!TextKey(cursor.Key(), index.Meta().format).IsCut()) continue;
+    ++cut.keys;
+    cut.lines += cursor.Lines();
+  }
+  return cut;
+}
+
+std::string Share(std::uint64_t part, std::uint64_t whole) {
+  double const percent =
+      whole != 0 ? 100.0 * static_cast<double>(part) / static_cast<double>(whole) : 0.0;
+  return fmt::format("{} of {} ({:.1f} %)", part, whole, percent);
+}
+
+std::string Fingerprint(IndexMeta const& meta) {
+  return fmt::format("{:016x}", meta.collationFingerprint);
+}
+
 std::string AsJson(IndexReader const& index, MDB_stat const& keys, MDB_stat const& lines) {
   IndexMeta const& meta = index.Meta();
   nlohmann::ordered_json object;
@@ -32,8 +63,19 @@ std::string AsJson(IndexReader const& index, MDB_stat const& keys, MDB_stat cons
   object["byteOrder"] = ByteOrderOf(meta.format);
   object["entries"] = meta.entries;
   object["distinctKeys"] = meta.distinct;
+  if (meta.HasText()) {
+    CutKeys const cut = CountCutKeys(index);
+    object["codeSet"] = meta.codeSet;
+    object["language"] = meta.language;
+    object["collationVersion"] = meta.collationVersion;
+    object["collationFingerprint"] = Fingerprint(meta);
+    object["keyLength"] = meta.keyLength;
+    object["linesWithCutKey"] = cut.lines;
+    object["lookUpsThatFetch"] = cut.keys;
+  }
   object["keys"] = PagesAsJson(keys);
   object["lines"] = PagesAsJson(lines);
+  if (meta.HasText()) object["values"] = PagesAsJson(index.Statistics(index.Values()));
   object["pageSize"] = keys.ms_psize;
   object["fileBytes"] = index.FileBytes();
   return object.dump(2) + '\n';
@@ -49,8 +91,20 @@ std::string AsText(IndexReader const& index, MDB_stat const& keys, MDB_stat cons
   row("format byte", fmt::format("{} ({}-endian)", meta.format, ByteOrderOf(meta.format)));
   row("entries", fmt::format("{}", meta.entries));
   row("distinct keys", fmt::format("{}", meta.distinct));
+  if (meta.HasText()) {
+    CutKeys const cut = CountCutKeys(index);
+    row("code set",
+        fmt::format("{} ({})", meta.codeSet, XoLanguageContext::QueryCodeSet(meta.codeSet)->name));
+    row("language", fmt::format("{} ({})", meta.language,
+                                XoLanguageContext::QueryLanguage(meta.language)->name));
+    row("collation", fmt::format("{} ({})", meta.collationVersion, Fingerprint(meta)));
+    row("key length", fmt::format("{} bytes at most", meta.keyLength));
+    row("cut keys", fmt::format("{} lines", Share(cut.lines, meta.entries)));
+    row("fetching", fmt::format("{} look-ups, one for each key", Share(cut.keys, meta.distinct)));
+  }
   row("tree of keys", PagesAsText(keys));
   row("tree of lines", PagesAsText(lines));
+  if (meta.HasText()) row("tree of values", PagesAsText(index.Statistics(index.Values())));
   row("page size", fmt::format("{} bytes", keys.ms_psize));
   row("file", fmt::format("{} bytes", index.FileBytes()));
   return text;
