@@ -14,6 +14,7 @@
 
 #include "tools/index_command.hpp"
 #include "tools/intl_command.hpp"
+#include "tools/key_command.hpp"
 #include "tools/printable.hpp"
 #include "tools/sort_command.hpp"
 #include "tools/standard_streams.hpp"
@@ -63,6 +64,7 @@ int Run(int count, char** values) {
   AddIntlCommands(tool, command);
   AddTextCommands(tool, command);
   AddSortCommand(tool, command);
+  AddKeyCommand(tool, command);
   int exitCode = kDone;
   try {
     tool.parse(Arguments(count, values));
