@@ -1,6 +1,7 @@
 """Index files cut short, altered, or of another make: an answer or one clear line, never a crash."""
 
 import random
+import re
 import struct
 import unittest
 
@@ -26,11 +27,35 @@ def mixed_lines():
     return "\n".join(lines) + "\n"
 
 
+TEXT_COMMANDS = (
+    ["find", "i", "word 77"],
+    ["find", "i", "word 1*", "--ignore-case"],
+    ["find", "i", "*7", "--skip-spaces", "--count"],
+    ["range", "i", "word 2", "word 3", "--json"],
+    ["stat", "i"],
+    ["verify", "i"],
+    ["create", "i", "--rebuild"],
+)
+
+
+def text_lines():
+    """Texts of which many have their keys cut at the same place, and some are long."""
+    lines = [f"word {number * 7 % 5000}" for number in range(3000)] + ["word 77"] * 500
+    lines += [f"Ångström{'-α' * (number % 9)} {number}" for number in range(500)]
+    lines += [f"long {number}{'x' * 5000}" for number in range(10)]
+    return "\n".join(lines) + "\n"
+
+
 class Damage(ToolTest):
+    COMMANDS = COMMANDS
+
     def setUp(self):
         super().setUp()
-        self.create("i", mixed_lines())
+        self.make()
         self.whole = self.read("i")
+
+    def make(self):
+        self.create("i", mixed_lines())
 
     def replace(self, old, new, count):
         self.assertEqual((self.whole.count(old), len(old)), (count, len(new)))
@@ -145,7 +170,7 @@ class RandomDamage(Damage):
             change(generator, content)
             self.write("i", content)
             with self.subTest(seed=seed, round=round_number):
-                for command in COMMANDS:
+                for command in self.COMMANDS:
                     self.assert_survived(self.index(*command, timeout=20))
                 result = self.index(
                     "create", "i", "--type", "o_4b", "--input", "-", input="1\n", timeout=20
@@ -182,6 +207,23 @@ class RandomDamage(Damage):
     def test_FilesCutAnywhereNeverCrashATool(self):
         def change(generator, content):
             del content[generator.randrange(len(content)) :]
+
+        self.check(change)
+
+
+class RandomDamageOfText(RandomDamage):
+    ROUNDS = 20
+    COMMANDS = TEXT_COMMANDS
+
+    def make(self):
+        self.create("i", text_lines(), "--key-length", "20", type="XoString")
+
+    def test_LengthsOfKeysAndRecordsThatLieNeverCrashATool(self):
+        def change(generator, content):
+            places = [match.start() for match in re.finditer(b"\xfe[\x02\x82]|\xfd\0", content)]
+            for _ in range(generator.choice((1, 10, 200))):
+                place = generator.choice(places)
+                content[place - 2 : place] = generator.randbytes(2)
 
         self.check(change)
 

@@ -2,13 +2,14 @@
 
 import os
 import pty
+import random
 import signal
 import subprocess
 import threading
 import time
 import unittest
 
-from xotm_support import DONE, ToolTest
+from xotm_support import DONE, ToolTest, new_seed
 
 
 def wait_for(condition, seconds=20):
@@ -81,6 +82,29 @@ class SideBySide(ToolTest):
                     self.assertEqual(build.wait(timeout=20), -number)
                     self.assertEqual(self.files(), ["old"])
                     self.assertEqual(self.lines("range", "old", "0", "9"), ["1"])
+
+
+class Killed(ToolTest):
+    def test_ABuildThatIsKilledAtAnyMomentLeavesTheEarlierIndex(self):
+        seed = new_seed()
+        source = random.Random(seed)
+        words = "".join(f"{source.choice('abcäöÅ')}{number:x} word\n" for number in range(40000))
+        self.write("words", words)
+        build = ["index", "create", "i", "--type", "XoString", "--input", "words"]
+        begin = time.monotonic()
+        self.assertEqual(self.run_tool(*build, "--key-length", "12").returncode, DONE)
+        whole = time.monotonic() - begin
+        for rebuild in [build] * 7 + [["index", "create", "i", "--rebuild"]] * 3:
+            process = self.start_tool(*rebuild, stdout=subprocess.DEVNULL)
+            time.sleep(source.uniform(0, whole))
+            process.kill()
+            process.wait()
+            # One that was done already has put an index of the same values in its place.
+            self.assert_in_order("i")
+            self.assertEqual(self.lines("find", "i", words.split("\n")[77], "--count"), ["1"],
+                             f"XOTM_SEED={seed}")
+            for name in set(self.files()) - {"i", "words"}:
+                os.remove(self.path(name))
 
 
 class Watched(ToolTest):
