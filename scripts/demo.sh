@@ -1,10 +1,10 @@
 #!/usr/bin/env bash
-# Installs what is needed, builds the tool, and shows the library's main job on real numbers: an
-# index of the sizes of all files below /usr, searched on disk.
+# Installs what is needed, builds the tool, and shows the library's main job on real data: indexes on
+# disk of the sizes of all files below /usr, and of the words of four languages, and searches in them.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
-scripts/install_packages.sh build
+scripts/install_packages.sh build demo
 build=build/demo
 cmake -S . -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Release \
   -DXO_BUILD_TESTS=OFF -DXO_BUILD_BENCHMARKS=OFF >/dev/null
@@ -36,3 +36,30 @@ echo
 size=$(stat -c %s /usr/bin/env)
 echo "== Which files are exactly as long as /usr/bin/env, $size bytes?"
 "$xotm" index find "$index" "$size" --stats
+
+# words LIST ENCODING LANGUAGE CODE-SET WORD PATTERN PLAIN: an index of a word list, and three
+# searches in it.
+words() {
+  local list=$1 encoding=$2 language=$3 code_set=$4 word=$5 pattern=$6 plain=$7
+  local text=$work/$list.txt
+  index=$work/$list.index
+  iconv -f "$encoding" -t UTF-8 "/usr/share/dict/$list" >"$text"
+  echo
+  echo "== $language words, in the order of their language, by keys of at most 24 bytes"
+  "$xotm" index create "$index" --type XoString --input "$text" \
+    --language "$language" --code-set "$code_set" --key-length 24
+  "$xotm" index stat "$index" | grep -E '^(cut keys|fetching)'
+  "$xotm" index verify "$index"
+  echo "-- $word"
+  "$xotm" index find "$index" "$word" --stats
+  echo "-- $pattern (a pattern; the first of what it matches)"
+  "$xotm" index find "$index" "$pattern" --stats >"$work/found"
+  head -n 5 "$work/found"
+  echo "-- $plain, with whatever accents and case"
+  "$xotm" index find "$index" "$plain" --ignore-accents --ignore-case --stats
+}
+
+words ngerman UTF-8 German ISO-8859-1 Straßenbahn 'Wörter*' ubermassig
+words swedish ISO-8859-1 Swedish ISO-8859-1 ångbåt 'sjö?an*' ide
+words polish UTF-8 Polish ISO-8859-2 źdźbło 'żół*' abelard
+words french UTF-8 French ISO-8859-1 côté 'cot?' eleve

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Installs the Debian packages named in the given groups, where they are missing.
-# usage: scripts/install_packages.sh build|test|bench...
+# usage: scripts/install_packages.sh build|demo|test|bench...
 set -euo pipefail
 
 packages=()
@@ -8,6 +8,7 @@ for group in "$@"; do
   case $group in
     build) packages+=(g++ cmake ninja-build pkg-config libcli11-dev libfmt-dev liblmdb-dev
       nlohmann-json3-dev) ;;
+    demo) packages+=(wngerman wswedish wpolish wfrench) ;;
     test) packages+=(libgtest-dev googletest python3 unicode-data unicode-cldr-core
       libicu-dev clang-14 libclang-rt-14-dev g++-mingw-w64-x86-64-posix wine64
       wamerican wngerman wfrench wspanish witalian wportuguese wdutch wswedish wdanish wpolish) ;;
