@@ -99,6 +99,20 @@ TEST(TextKeyOrder, AKeyThatEndsAtAChangeOfGroupStandsBehindTheSameKeyWhole) {
   EXPECT_EQ(Compare(keys[1], keys[1]), 0);
 }
 
+TEST(TextKeyOrder, DoesNotDependOnTheByteOrder) {
+  auto const words = NastyWords();
+  auto const little = KeysOf(words, 256, FormLittle);
+  auto const big = KeysOf(words, 256, FormBig);
+  for (std::size_t a = 0; a < words.size(); ++a) {
+    for (std::size_t b = 0; b < words.size(); ++b) {
+      xo::tool::SetIndexOrder(XoSTRING_T, FormLittle);
+      int const order = Compare(little[a], little[b]);
+      xo::tool::SetIndexOrder(XoSTRING_T, FormBig);
+      ASSERT_EQ(order, Compare(big[a], big[b])) << a << ", " << b;
+    }
+  }
+}
+
 TEST(TextKeyOrder, KeysCutAtTheSamePlaceShareOne) {
   xo::tool::SetIndexOrder(XoSTRING_T, FormLittle);
   auto const keys = KeysOf({u"abcd", u"abce", u"ab"}, 8, FormLittle);
