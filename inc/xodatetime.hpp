@@ -47,7 +47,9 @@ class XoDateTime : public xo::ValueSetters<XoDateTime> {
   constexpr int IsDefaultValue() const { return date.IsDefaultValue(); }
   constexpr int IsZeroValue() const { return *this == ZeroValue() ? 1 : 0; }
 
-  constexpr bool operator==(XoDateTime const& other) const { return Compare(other) == 0; }
+  constexpr bool operator==(XoDateTime const& other) const {
+    return date == other.date && time == other.time;
+  }
   /// Not a truth value: the first difference of the fields that is not 0.
   constexpr int operator!=(XoDateTime const& other) const { return Compare(other); }
   /// The first difference of the fields, from the year down; 0 if there is none.

@@ -52,7 +52,9 @@ class XoTime : public xo::ValueSetters<XoTime> {
   constexpr XoTime& operator++() { return *this += 1; }
   constexpr XoTime& operator--() { return *this -= 1; }
 
-  constexpr bool operator==(XoTime const& other) const { return (*this != other) == 0; }
+  constexpr bool operator==(XoTime const& other) const {
+    return hour == other.hour && minute == other.minute && second == other.second;
+  }
   /// Not a truth value: the first difference of hour, minute and second that is not 0.
   constexpr int operator!=(XoTime const& other) const;
   constexpr bool operator<(XoTime const& other) const { return (*this != other) < 0; }

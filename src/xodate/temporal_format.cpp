@@ -1,8 +1,9 @@
 #include "src/xodate/temporal_format.hpp"
 
-#include <cstring>
 #include <utility>
 
+#include "src/xodate/temporal_letters.hpp"
+#include "src/xostring/narrow_assign.hpp"
 #include "src/xostring/narrow_text.hpp"
 #include "src/xostring/null_print_string.hpp"
 
@@ -23,15 +24,19 @@ class FormatWalker {
   /// Whether an expansion has just come to its end.
   bool IsAtExpansionEnd() const { return *at == 0 && resume != nullptr; }
 
-  /// Steps over the ')' of an open group.
-  bool TakeGroupEnd() {
-    if (!isGroupOpen || *at != ')') return false;
-    ++at;
-    isGroupOpen = false;
-    return true;
-  }
+  /// Whether a ')' that was taken ends a group.
+  bool CloseGroup() { return std::exchange(isGroupOpen, false); }
 
   char Peek() const { return *at; }
+
+  /// The letter of the conversion here, where it is of one plain number and nothing stands between.
+  TemporalLetter const* PeekNumber() const {
+    if (*at != '%') return nullptr;
+    TemporalLetter const* const letter = FindTemporalLetter(at[1]);
+    return letter != nullptr && letter->digits != 0 ? letter : nullptr;
+  }
+  void TakeNumber() { at += 2; }
+
   char Take() { return *at++; }
 
   struct Conversion {
@@ -67,75 +72,83 @@ class FormatWalker {
   bool isGroupOpen = false;
 };
 
-/// Whether a format names AM or PM outside of expansions. Each '%' is taken together with the
-/// character behind it, so that a conditional mark is not seen, which is to be so.
-bool NamesHalfDay(char const* format) {
-  for (; *format != 0; ++format) {
-    if (*format != '%') continue;
-    ++format;
-    if (*format == 0) return false;
-    if (*format == 'P' || *format == 'p') return true;
-  }
-  return false;
-}
+/// The longest text that is printed; what does not fit is left out.
+constexpr unsigned kMostCharacters = 2559;
 
-/// Prints the fields, which are not null, by a format.
-void Format(TemporalOutput& out, PrintSource const& source, char const* format) {
-  FormatWalker walker(format);
+/// Room for one field more, so that only the end of each step looks at the limit.
+using PrintBuffer = char[kMostCharacters + kMostFieldText];
+
+/// Prints the fields, which are not null, by a format, and returns the length of the text.
+unsigned Format(PrintBuffer& text, PrintSource const& source) {
+  FormatWalker walker(source.format);
+  char* const end = text + kMostCharacters;
+  char* at = text;
+  char* groupStart = text;
   bool hasPrinted = false;  // a field, with a text of its own
   bool isLastWildcard = false;
-  unsigned groupStart = 0;
   while (walker.HasMore()) {
-    if (walker.TakeGroupEnd()) {
-      if (!hasPrinted) out.CutTo(groupStart);
-      continue;
-    }
     char const character = walker.Take();
-    if (character != '%') {
-      out.Put(character);
-      continue;
-    }
-    auto const conversion = walker.TakeConversion();
-    if (conversion.letter == 0) break;
-    if (conversion.opensGroup) groupStart = out.Length();
-    TemporalLetter const* const letter = FindTemporalLetter(conversion.letter);
-    if (letter == nullptr) {
-      // Stands for itself, and the field before it decides about a "*" behind it.
-      out.Put(conversion.letter);
-      if (isLastWildcard) out.Put('*');
-    } else if (letter->expansion != nullptr) {
-      walker.Enter(letter->expansion);
+    if (character == ')' && walker.CloseGroup()) {
+      if (!hasPrinted) at = groupStart;
+    } else if (character != '%') {
+      *at++ = character;
     } else {
-      if (letter->isWildcard != nullptr) isLastWildcard = letter->isWildcard(source.fields);
-      if (isLastWildcard) {
-        out.Put('*');
-      } else if (hasPrinted || !conversion.isConditional || !letter->isZero(source.fields)) {
-        letter->print(out, source);
-        hasPrinted = true;
+      auto const conversion = walker.TakeConversion();
+      if (conversion.letter == 0) break;
+      if (conversion.opensGroup) groupStart = at;
+      TemporalLetter const* const letter = FindTemporalLetter(conversion.letter);
+      if (letter == nullptr) {
+        // Stands for itself, and the field before it decides about a "*" behind it.
+        *at++ = conversion.letter;
+        if (isLastWildcard) *at++ = '*';
+      } else if (letter->expansion != nullptr) {
+        walker.Enter(letter->expansion);
+      } else {
+        if (!letter->followsField) isLastWildcard = letter->IsWildcard(source.fields);
+        if (isLastWildcard) {
+          *at++ = '*';
+        } else if (hasPrinted || !conversion.isConditional || !letter->IsZero(source.fields)) {
+          at = letter->digits != 0 ? PutNumber(at, source.fields.*letter->field, letter->digits)
+                                   : letter->print(at, source);
+          hasPrinted = true;
+        }
       }
     }
+    if (at > end) at = end;
   }
+  return static_cast<unsigned>(at - text);
 }
 
+/// White space as the C library has it, found out in one look at a character that is none.
 constexpr bool IsWhite(char character) {
-  return character == ' ' || (character >= '\t' && character <= '\r');
+  return static_cast<unsigned char>(character) <= ' ' &&
+         (character == ' ' || (character >= '\t' && character <= '\r'));
 }
-
-constexpr bool IsDigit(char character) { return character >= '0' && character <= '9'; }
 
 /// Reads fields from a text by a format; false when the text ends before a conversion.
 bool Scan(ScanTarget& target, char const* text, char const* format) {
   FormatWalker walker(format);
   bool hasLastTakenWildcard = false;
   for (;;) {
-    // A "*" that the last field of an expansion took is there once more for what follows, which is
-    // to be so.
-    if (walker.IsAtExpansionEnd() && hasLastTakenWildcard) --text;
-    if (!walker.HasMore()) return true;
-    while (IsWhite(walker.Peek())) walker.Take();
-    while (IsWhite(*text)) ++text;
-    if (walker.Peek() == 0 || walker.TakeGroupEnd()) continue;
+    // What nearly every step is, on a shorter way than the general one below: digits for a number.
+    if (IsDigit(*text)) {
+      if (TemporalLetter const* const number = walker.PeekNumber()) {
+        walker.TakeNumber();
+        text = TakeDigits(text, 0, target.fields.*number->field);
+        hasLastTakenWildcard = false;
+        continue;
+      }
+    }
+    if (walker.Peek() == 0) {
+      // A "*" that the last field of an expansion took is there once more for what follows, which
+      // is to be so.
+      if (walker.IsAtExpansionEnd() && hasLastTakenWildcard) --text;
+      if (!walker.HasMore()) return true;
+    }
     char const character = walker.Take();
+    if (IsWhite(character)) continue;
+    while (IsWhite(*text)) ++text;
+    if (character == ')' && walker.CloseGroup()) continue;
     if (character != '%') {
       // Any other separator will do, but a digit may be the next field's.
       if (*text != 0 && (!IsDigit(*text) || *text == character)) ++text;
@@ -145,46 +158,43 @@ bool Scan(ScanTarget& target, char const* text, char const* format) {
     char const name = walker.TakeConversion().letter;
     if (name == 0) continue;
     TemporalLetter const* const letter = FindTemporalLetter(name);
-    if (letter != nullptr && letter->expansion != nullptr) {
-      walker.Enter(letter->expansion);
-      continue;
-    }
-    hasLastTakenWildcard = *text == '*' && letter != nullptr;
-    if (letter == nullptr || hasLastTakenWildcard) {
+    if (letter == nullptr) {
       ++text;
-      if (letter != nullptr && letter->setWildcard != nullptr) letter->setWildcard(target.fields);
+      hasLastTakenWildcard = false;
+    } else if (letter->expansion != nullptr) {
+      walker.Enter(letter->expansion);
+    } else if (*text == '*') {
+      ++text;
+      hasLastTakenWildcard = true;
+      letter->SetWildcard(target.fields);
     } else {
-      letter->scan(text, target);
+      hasLastTakenWildcard = false;
+      text = letter->digits != 0 ? TakeNumber(text, target.fields.*letter->field)
+                                 : letter->scan(text, target);
     }
   }
 }
 
+bool BeginsWith(char const* text, char const* start) {
+  for (; *start != 0; ++start, ++text) {
+    if (*text != *start) return false;
+  }
+  return true;
+}
+
 bool BeginsWithNull(char const* text) {
-  NarrowText const null(NullPrintString());
-  return std::strncmp(text, null.Get(), std::strlen(null.Get())) == 0;
+  XoString const& null = NullPrintString();
+  if (IsWide(null.codeSet)) return BeginsWith(text, NarrowText(null).Get());
+  return BeginsWith(text, OrEmptyText(null.text));
 }
 
-}  // namespace
-
-XoString& PrintTemporal(XoString& out, XoDateTimeN const& value, char const* format) {
-  if (value.IsNullValue() != 0) return out = NullPrintString();
-  TemporalOutput text;
-  Format(text,
-         {{value.year, value.month, value.day, value.hour, value.minute, value.second,
-           value.nanoSeconds},
-          NamesHalfDay(format)},
-         format);
-  return out = XoString(text.Terminated());
-}
-
-bool ScanTemporal(XoDateTimeN& value, XoString const& in, char const* format) {
-  NarrowText const text(in);
-  if (BeginsWithNull(text.Get())) {
+bool ScanNarrow(XoDateTimeN& value, char const* text, char const* format) {
+  if (BeginsWithNull(text)) {
     value.SetNullValue();
     return true;
   }
   ScanTarget target{};
-  bool const isWhole = Scan(target, text.Get(), format);
+  bool const isWhole = Scan(target, text, format);
   TemporalFields& fields = target.fields;
   if (target.isPm && fields.hour < 12) {
     fields.hour += 12;
@@ -195,6 +205,23 @@ bool ScanTemporal(XoDateTimeN& value, XoString const& in, char const* format) {
                                  XoTime(fields.hour, fields.minute, fields.second)),
                       fields.nanoSeconds);
   return isWhole;
+}
+
+}  // namespace
+
+XoString& PrintTemporal(XoString& out, XoDateTimeN const& value, char const* format) {
+  PrintBuffer text;
+  PrintSource const source{{value.year, value.month, value.day, value.hour, value.minute,
+                            value.second, value.nanoSeconds},
+                           format};
+  unsigned const length = Format(text, source);
+  AssignNarrow(out, text, length);
+  return out;
+}
+
+bool ScanTemporal(XoDateTimeN& value, XoString const& in, char const* format) {
+  if (IsWide(in.codeSet)) return ScanNarrow(value, NarrowText(in).Get(), format);
+  return ScanNarrow(value, OrEmptyText(in.text), format);
 }
 
 }  // namespace xo

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "src/xodate/temporal_letters.hpp"
 #include "xodatetimen.hpp"
 
 /// Text of all temporal values: one formatter and one scanner, in the language that
@@ -8,7 +7,7 @@
 /// types widen to it.
 namespace xo {
 
-/// Prints `value` by `format` to `out` and returns it. A null value gives the null print string.
+/// Prints `value`, which is not null, by `format` to `out` and returns it.
 XoString& PrintTemporal(XoString& out, XoDateTimeN const& value, char const* format);
 
 /// Reads all fields of `value` from `in` by `format`; false when the text ended before the last

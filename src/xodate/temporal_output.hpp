@@ -1,61 +1,61 @@
 #pragma once
 
+#include <cstring>
+
 #include "xotypes.hpp"
 
+/// How fields become text: each function writes at `at`, where there is room for `kMostFieldText`
+/// characters, and returns the place behind what it wrote.
 namespace xo {
 
-/// Text that is being printed, up to a limit; what does not fit is left out.
-class TemporalOutput {
- public:
-  static constexpr unsigned kMostCharacters = 2559;
+/// No field has a longer text, sign and point included.
+inline constexpr unsigned kMostFieldText = 32;
 
-  void Put(char character) {
-    if (length < kMostCharacters) text[length++] = character;
+/// The decimal digits of 00 to 99.
+inline constexpr auto kDigitPairs = [] {
+  struct {
+    char text[200];
+  } pairs{};
+  for (int number = 0; number < 100; ++number) {
+    pairs.text[2 * number] = static_cast<char>('0' + number / 10);
+    pairs.text[2 * number + 1] = static_cast<char>('0' + number % 10);
   }
+  return pairs;
+}();
 
-  void Put(char const* characters) {
-    for (; *characters != 0; ++characters) Put(*characters);
+inline char* PutPair(char* at, unsigned number) {
+  std::memcpy(at, kDigitPairs.text + 2 * number, 2);
+  return at + 2;
+}
+
+/// In decimal, with at least so many digits.
+inline char* PutDigits(char* at, o_u8b number, unsigned digits) {
+  char reversed[kMostFieldText];
+  unsigned count = 0;
+  for (; number != 0 || count < digits; number /= 10) {
+    reversed[count++] = static_cast<char>('0' + number % 10);
   }
+  while (count != 0) *at++ = reversed[--count];
+  return at;
+}
 
-  /// At most `count` characters of a text.
-  void PutFirst(char const* characters, unsigned count) {
-    for (; count != 0 && *characters != 0; --count) Put(*characters++);
+/// The same behind the sign of a negative number.
+inline char* PutNumber(char* at, int number, unsigned digits) {
+  auto const magnitude = static_cast<unsigned>(number);
+  // What most fields are.
+  if (digits == 2 && magnitude < 100) return PutPair(at, magnitude);
+  if (digits == 4 && magnitude < 10000) {
+    return PutPair(PutPair(at, magnitude / 100), magnitude % 100);
   }
+  if (number >= 0) return PutDigits(at, magnitude, digits);
+  *at = '-';
+  return PutDigits(at + 1, 0U - magnitude, digits);
+}
 
-  /// In decimal, with at least so many digits behind the sign.
-  void PutNumber(o_8b number, unsigned digits) {
-    if (number < 0) Put('-');
-    PutDigits(number < 0 ? 0 - static_cast<o_u8b>(number) : static_cast<o_u8b>(number), digits);
-  }
-
-  void PutDigits(o_u8b number, unsigned digits) {
-    if (number < 100 && digits == 2) {
-      Put(static_cast<char>('0' + number / 10));
-      Put(static_cast<char>('0' + number % 10));
-      return;
-    }
-    constexpr unsigned kMostDigits = 20;
-    char reversed[kMostDigits];
-    unsigned count = 0;
-    for (; number != 0 || count < digits; number /= 10) {
-      reversed[count++] = static_cast<char>('0' + number % 10);
-    }
-    while (count != 0) Put(reversed[--count]);
-  }
-
-  unsigned Length() const { return length; }
-  void CutTo(unsigned shorter) { length = shorter; }
-
-  /// The text with a terminator.
-  char const* Terminated() {
-    text[length] = 0;
-    return text;
-  }
-
- private:
-  unsigned length = 0;
-  // Not cleared: most texts are short.
-  char text[kMostCharacters + 1];
-};
+/// At most `count` characters of a text.
+inline char* PutFirst(char* at, char const* characters, unsigned count) {
+  for (; count != 0 && *characters != 0; --count) *at++ = *characters++;
+  return at;
+}
 
 }  // namespace xo

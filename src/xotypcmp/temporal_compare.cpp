@@ -21,23 +21,25 @@ o_4b NanoSecondsAt(void const* data, unsigned char nibble) {
   return DecodeElement<o_4b, LongFamily>(data, nibble);
 }
 
-/// The fields up to the second as one number that orders as they do, each moved so that its least
-/// value is 0.
+/// The fields of one byte as one number that orders as they do, each moved so that its least value
+/// is 0.
 template <class Layout>
-o_u8b KeyOf(void const* data, unsigned char nibble) {
+o_u8b KeyOfBytes(void const* data) {
   o_u8b key = 0;
-  if constexpr (Layout::kHasYear) {
-    key = static_cast<o_u2b>(YearAt<Layout>(data, nibble) ^ 0x8000);
-  }
-  for (unsigned field = 0; field < Layout::kByteFields; ++field) {
-    key = key << 8 | (*Advance(data, Layout::kFirstByte + field) ^ 0x80U);
+  for (unsigned field = Layout::kFirstByte; field < Layout::kNanoSecondsOnDisk; ++field) {
+    key = key << 8 | (*Advance(data, field) ^ 0x80U);
   }
   return key;
 }
 
 template <class Layout>
 int CompareStrict(unsigned char nibble, void const* a, void const* b) {
-  int const order = OrderOf(KeyOf<Layout>(a, nibble), KeyOf<Layout>(b, nibble));
+  if constexpr (Layout::kHasYear) {
+    o_2b const yearA = YearAt<Layout>(a, nibble);
+    o_2b const yearB = YearAt<Layout>(b, nibble);
+    if (yearA != yearB) return yearA < yearB ? -1 : 1;
+  }
+  int const order = OrderOf(KeyOfBytes<Layout>(a), KeyOfBytes<Layout>(b));
   if constexpr (Layout::kHasNanoSeconds) {
     if (order == 0) {
       return OrderOf(NanoSecondsAt(Advance(a, Layout::kNanoSecondsOnDisk), nibble),
