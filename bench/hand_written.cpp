@@ -13,6 +13,18 @@ int CompareOne(void const* a, void const* b, int& status) {
   return left < right ? -1 : left > right ? 1 : 0;
 }
 
+/// Year, month and day of two stored dates, the first difference first.
+int CompareDateFields(unsigned char const* a, unsigned char const* b) {
+  o_2b yearA, yearB;
+  std::memcpy(&yearA, a, sizeof yearA);
+  std::memcpy(&yearB, b, sizeof yearB);
+  if (yearA != yearB) return yearA < yearB ? -1 : 1;
+  auto const monthA = static_cast<o_char>(a[2]), monthB = static_cast<o_char>(b[2]);
+  if (monthA != monthB) return monthA < monthB ? -1 : 1;
+  auto const dayA = static_cast<o_char>(a[3]), dayB = static_cast<o_char>(b[3]);
+  return dayA < dayB ? -1 : dayA > dayB ? 1 : 0;
+}
+
 }  // namespace
 
 int CompareOneLong(unsigned char, unsigned, void* buf1, unsigned, void* buf2, unsigned short,
@@ -23,4 +35,22 @@ int CompareOneLong(unsigned char, unsigned, void* buf1, unsigned, void* buf2, un
 int CompareOneLongLong(unsigned char, unsigned, void* buf1, unsigned, void* buf2, unsigned short,
                        unsigned, int& status) {
   return CompareOne<o_8b>(buf1, buf2, status);
+}
+
+int CompareOneDate(unsigned char, unsigned, void* buf1, unsigned, void* buf2, unsigned short,
+                   unsigned, int& status) {
+  status = 0;
+  return CompareDateFields(static_cast<unsigned char const*>(buf1),
+                           static_cast<unsigned char const*>(buf2));
+}
+
+int CompareDates(unsigned char, unsigned, void* buf1, unsigned, void* buf2, unsigned short,
+                 unsigned count, int& status) {
+  auto const* a = static_cast<unsigned char const*>(buf1);
+  auto const* b = static_cast<unsigned char const*>(buf2);
+  status = 0;
+  for (unsigned index = 0; index < count; ++index) {
+    if (int const order = CompareDateFields(a + 4 * index, b + 4 * index); order != 0) return order;
+  }
+  return 0;
 }

@@ -6,3 +6,6 @@
 /// alone, with the signature of the table's comparisons.
 XCompare CompareOneLong;
 XCompare CompareOneLongLong;
+XCompare CompareOneDate;
+/// Dates one by one, field by field.
+XCompare CompareDates;
