@@ -91,10 +91,11 @@ struct TemporalElements {
 template <class Layout>
 int CompareTemporal(unsigned char format, unsigned len1, void* buf1, unsigned len2, void* buf2,
                     unsigned short cmpOp, unsigned count, int& status) {
-  // One stored element with wildcards off is what an index page asks for. No length can end before
-  // it.
-  if (count == 1 && FormNibble(format) == FormLittle && (cmpOp & CmpOpNoWildcards) != 0)
-      [[likely]] {
+  // One stored element with wildcards off is what an index page asks for, found out by one test. No
+  // length can end before it.
+  unsigned const otherwise = (count ^ 1U) | (FormNibble(format) ^ unsigned{FormLittle}) |
+                             (~unsigned{cmpOp} & CmpOpNoWildcards);
+  if (otherwise == 0) [[likely]] {
     status = 0;
     return CompareStrict<Layout>(FormLittle, buf1, buf2);
   }
