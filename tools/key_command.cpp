@@ -2,6 +2,7 @@
 
 #include <fmt/core.h>
 
+#include <CLI/App.hpp>
 #include <memory>
 #include <string>
 #include <vector>

@@ -1,7 +1,10 @@
 #pragma once
 
-#include <CLI/App.hpp>
 #include <functional>
+
+namespace CLI {
+class App;
+}
 
 namespace xo::tool {
 
