@@ -1,6 +1,7 @@
 #pragma once
 
 #include "src/xoboolean/boolean_operations.hpp"
+#include "src/xodate/temporal_convert.hpp"
 #include "src/xodate/temporal_rows.hpp"
 #include "src/xodate/temporal_text.hpp"
 #include "src/xoint64/int64_family.hpp"
@@ -201,7 +202,7 @@ constexpr TypeDescriptor MakeNullRow(char const* name, char const* typeIdName, c
 }
 
 /// The row of a temporal class, which follows from its layout. Elements own no storage.
-template <class Layout>
+template <class Layout, XoTypeId kRow>
 constexpr TypeDescriptor MakeTemporalRow(char const* name, char const* typeIdName,
                                          char const* format, XCompare* compare) {
   using Value = typename Layout::Value;
@@ -217,6 +218,8 @@ constexpr TypeDescriptor MakeTemporalRow(char const* name, char const* typeIdNam
   row.SizeGetFromMemFile = Storage::SizeGetFromMemFile;
   row.Compare = compare;
   row.Hash = HashTemporal<Layout>;
+  row.ConvertTo = ConvertTemporalToStrings<Value, kRow>;
+  row.ConvertFrom = ConvertTemporalFromStrings<Value, kRow>;
   row.Constructor = Objects::Constructor;
   row.Destructor = Objects::Destructor;
   row.Assignment = Objects::Assignment;

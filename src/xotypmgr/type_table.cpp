@@ -60,16 +60,16 @@ constinit TypeDescriptor enumRow = WithoutGetValue(MakeScalarRow<Int>("enum", "X
 constinit TypeDescriptor byteRow = MakeScalarRow<Byte>("o_u1b", "XoU1B_T", "%c");
 constinit TypeDescriptor stringRow = MakeStringRow();
 constinit TypeDescriptor dateRow =
-    MakeTemporalRow<DateLayout>("XoDate", "XoDATE_T", "%a %e.%b %Y", XoDateCompare);
+    MakeTemporalRow<DateLayout, XoDATE_T>("XoDate", "XoDATE_T", "%a %e.%b %Y", XoDateCompare);
 constinit TypeDescriptor timeRow =
-    MakeTemporalRow<TimeLayout>("XoTime", "XoTIME_T", "%I:%M:%S %p", XoTimeCompare);
+    MakeTemporalRow<TimeLayout, XoTIME_T>("XoTime", "XoTIME_T", "%I:%M:%S %p", XoTimeCompare);
 constinit TypeDescriptor blockIdRow = MakeScalarRow<Dword>("BlockId", "XoBLOCKID_T", "#%lu");
 constinit TypeDescriptor objectIdRow = MakeEmptyRow("XoObjId", "XoOBJID_T", "(%H-%L#%B)", 12, 1);
 constinit TypeDescriptor classIdRow = MakeEmptyRow("XoClassId", "XoCLID_T", "(%Cv%V)", 4, 1);
 constinit TypeDescriptor referenceRow =
     MakeEmptyRow("XoRef", "XoREF_T", "(%D:%H-%L#%B, %C)", 16, 1);
 constinit TypeDescriptor blobRow = MakeEmptyRow("XoBlob", "XoBLOB_T", "[BLOB,len=%L]", 8, 0);
-constinit TypeDescriptor dateTimeRow = MakeTemporalRow<DateTimeLayout>(
+constinit TypeDescriptor dateTimeRow = MakeTemporalRow<DateTimeLayout, XoDATIME_T>(
     "XoDateTime", "XoDATIME_T", "%a %e.%b %Y %I:%M:%S %p", XoDateTimeCompare);
 constinit TypeDescriptor weightedStringRow = MakeEmptyRow("XoIString", "XoISTRING_T", "%s", 16, 0);
 constinit TypeDescriptor weightedCaseStringRow =
@@ -105,10 +105,10 @@ constinit TypeDescriptor nullDoubleRow =
 constinit TypeDescriptor nullInt64Row =
     MakeNullRow<XoNull_XoInt64, Int64Family>("XoNull_XoInt64", "XoNULL_XOINT64_T", "%S");
 constinit TypeDescriptor sealRow = MakeEmptyRow("XoSeal", "XoSEAL_T", "noop", 6, 1);
-constinit TypeDescriptor dateTimeNRow =
-    MakeTemporalRow<DateTimeNLayout>("XoDateTimeN", "XoDATIME_N_T", "%X", XoDateTimeNCompare);
-constinit TypeDescriptor timeSpanRow =
-    MakeTemporalRow<TimeSpanLayout>("XoTimeSpan", "XoTIMESPAN_T", "%V", XoTimeSpanCompare);
+constinit TypeDescriptor dateTimeNRow = MakeTemporalRow<DateTimeNLayout, XoDATIME_N_T>(
+    "XoDateTimeN", "XoDATIME_N_T", "%X", XoDateTimeNCompare);
+constinit TypeDescriptor timeSpanRow = MakeTemporalRow<TimeSpanLayout, XoTIMESPAN_T>(
+    "XoTimeSpan", "XoTIMESPAN_T", "%V", XoTimeSpanCompare);
 constinit TypeDescriptor longLongRow = MakeScalarRow<LongLong>("o_8b", "Xo8B_T", "%I64d");
 constinit TypeDescriptor unsignedLongLongRow =
     MakeScalarRow<UnsignedLongLong>("o_u8b", "XoU8B_T", "%I64u");

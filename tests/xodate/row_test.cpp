@@ -432,5 +432,47 @@ TEST(TemporalTextSlots, DefaultFormatsOfTheRowsPrint) {
   }
 }
 
+TEST(TemporalConversion, PrintsAndScansInTheRowsFormat) {
+  XoTypeMgr manager;
+  XoDate const dates[] = {XoDate(2021, 4, 15), XoDate::NullValue(), XoDate(2021, 12, 24)};
+  XoDate copies[] = {dates[0], dates[1], dates[2]};
+  XoTypeConvertData* const strings = manager.ConvertTo(XoDATE_T, copies, 3);
+  ASSERT_NE(strings, nullptr);
+  EXPECT_STREQ(strings->GetString(0)->StrGet(), "Thu 15.Apr 2021");
+  EXPECT_EQ(strings->GetString(1)->IsNullValue(), 1);
+  EXPECT_STREQ(strings->GetString(2)->StrGet(), "Fri 24.Dec 2021");
+  // One string less than values are asked for: the last is null.
+  auto* const back = static_cast<XoDate*>(manager.ConvertFrom(XoDATE_T, strings, 4));
+  for (int i = 0; i < 3; ++i) EXPECT_EQ(back[i], dates[i]);
+  EXPECT_EQ(back[3].IsNullValue(), 1);
+  manager.Delete(XoDATE_T, back, 4);
+  delete strings;
+}
+
+TEST(TemporalConversion, FollowsAnExchangedFormat) {
+  XoTypeMgr manager;
+  char const* const before = manager.ExchangeFormat(XoDATIME_N_T, "%D %T %N");
+  XoDateTimeN value(2021, 4, 15, 13, 5, 9, 7);
+  XoTypeConvertData* const strings = manager.ConvertTo(XoDATIME_N_T, &value, 1);
+  EXPECT_STREQ(strings->GetString(0)->StrGet(), "2021-04-15 13:05:09 7");
+  auto* const back = static_cast<XoDateTimeN*>(manager.ConvertFrom(XoDATIME_N_T, strings, 1));
+  EXPECT_EQ(*back, value);
+  manager.Delete(XoDATIME_N_T, back, 1);
+  delete strings;
+  manager.ExchangeFormat(XoDATIME_N_T, before);
+}
+
+TEST(TemporalConversion, WithoutStringsIsNull) {
+  XoTypeMgr manager;
+  for (TemporalRow const& row : kTemporal) {
+    ByteList value = InMemory(row, SampleFields(row));
+    EXPECT_EQ(manager.SetNullValue(static_cast<char>(row.id), value.data()), 0);
+    EXPECT_EQ(Row(row).IsNull(value.data()), 1);
+    void* const none = manager.ConvertFrom(static_cast<char>(row.id), nullptr, 1);
+    EXPECT_EQ(Row(row).IsNull(none), 1);
+    manager.Delete(static_cast<char>(row.id), none, 1);
+  }
+}
+
 }  // namespace
 }  // namespace xo::test
