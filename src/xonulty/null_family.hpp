@@ -62,16 +62,23 @@ struct NullElements {
     }
   }
 
-  /// The element at `source` with its number in the machine's own form, and its null byte ahead of
-  /// that or behind it.
+  // An element at `source` whose number is in the machine's own form, with its null byte ahead of
+  // that or behind it.
+  template <bool kNullAhead>
+  static Number NumberAt(void const* source) {
+    return LoadBytes<Number>(Advance(source, kNullAhead ? 1 : 0));
+  }
+  template <bool kNullAhead>
+  static unsigned char NullAt(void const* source) {
+    return *Advance(source, kNullAhead ? 0 : sizeof(Number));
+  }
   template <bool kNullAhead>
   static Element Read(void const* source) {
-    return MakeElement(LoadBytes<Number>(Advance(source, kNullAhead ? 1 : 0)),
-                       *Advance(source, kNullAhead ? 0 : sizeof(Number)));
+    return MakeElement(NumberAt<kNullAhead>(source), NullAt<kNullAhead>(source));
   }
 
   /// The null byte of an element in memory.
-  static unsigned char NullByteOf(void const* element) { return *Advance(element, sizeof(Number)); }
+  static unsigned char NullByteOf(void const* element) { return NullAt<false>(element); }
 
  private:
   /// What a stored number and null byte stand for: no byte but 1 is null.

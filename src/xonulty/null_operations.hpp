@@ -102,17 +102,26 @@ struct NullOperations {
 
   template <bool kNullAhead, std::size_t kStride>
   static o_u4b HashInPlace(void const* data, std::size_t count) {
-    auto const hashAt = [data](std::size_t index) {
-      return HashOf(Elements::template Read<kNullAhead>(Advance(data, index * kStride)));
-    };
-    // In lanes that do not wait for one another.
+    auto const place = [data](std::size_t index) { return Advance(data, index * kStride); };
+    // In groups, as most have no null in them, and in lanes that do not wait for one another.
     constexpr std::size_t kLanes = 4;
     o_u4b lanes[kLanes] = {};
     std::size_t index = 0;
     for (; index + kLanes <= count; index += kLanes) {
-      for (std::size_t lane = 0; lane < kLanes; ++lane) lanes[lane] ^= hashAt(index + lane);
+      unsigned nulls = 0;
+      for (std::size_t lane = 0; lane < kLanes; ++lane) {
+        nulls |= Elements::template NullAt<kNullAhead>(place(index + lane));
+      }
+      for (std::size_t lane = 0; lane < kLanes; ++lane) {
+        void const* const element = place(index + lane);
+        lanes[lane] ^=
+            nulls == 0 ? Fold(Elements::template NumberAt<kNullAhead>(element)) * kHashMultiplier
+                       : HashOf(Elements::template Read<kNullAhead>(element));
+      }
     }
-    for (; index < count; ++index) lanes[0] ^= hashAt(index);
+    for (; index < count; ++index) {
+      lanes[0] ^= HashOf(Elements::template Read<kNullAhead>(place(index)));
+    }
     return lanes[0] ^ lanes[1] ^ lanes[2] ^ lanes[3];
   }
 };

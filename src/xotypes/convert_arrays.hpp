@@ -29,20 +29,20 @@ constexpr o_8b TruncateToInteger(o_double number) {
                                               : std::numeric_limits<o_8b>::min();
 }
 
-/// How a value writes, into a new string, and reads as text. Integers up to the width of `int` read
-/// as one and are cut; unsigned ones of that width need the greater range of a floating-point
-/// number.
+/// How a value writes, into a new string of the default 8-bit code set, and reads as text. Integers
+/// up to the width of `int` read as one and are cut; unsigned ones of that width need the greater
+/// range of a floating-point number.
 template <class Value>
 struct TextOf {
   static void Write(XoString& text, Value value) {
     if constexpr (std::floating_point<Value>) {
       char digits[kDoubleTextSize];
       PrintDouble(digits, value);
-      AssignNarrow(text, digits);
+      GiveText(text, digits);
     } else {
       char digits[kIntegerTextSize];
       char const* const last = std::to_chars(digits, digits + sizeof digits, value).ptr;
-      AssignNarrow(text, {digits, static_cast<std::size_t>(last - digits)});
+      GiveText(text, {digits, static_cast<std::size_t>(last - digits)});
     }
   }
 
@@ -61,7 +61,11 @@ struct TextOf {
 
 template <>
 struct TextOf<XoInt64> {
-  static void Write(XoString& text, XoInt64 value) { value.PrintToXoString(text, nullptr); }
+  static void Write(XoString& text, XoInt64 value) {
+    // Printed text takes the code set of what it is appended to.
+    text.codeSet = XoString::GetDefaultCodeSet();
+    value.PrintToXoString(text, nullptr);
+  }
 
   static XoInt64 Read(XoString const& text) {
     XoInt64 value;
@@ -76,7 +80,7 @@ struct TextOf<XoBoolean> {
     if (value.IsNullValue() != 0) {
       text.SetNullValue();
     } else {
-      AssignNarrow(text, value.value == 1 ? "1" : "0");
+      GiveText(text, value.value == 1 ? "1" : "0");
     }
   }
 
@@ -110,7 +114,8 @@ Value MissingValue() {
 template <class Array>
 class NewArray {
  public:
-  explicit NewArray(unsigned count_) : values(Array::Create(count_)), count(count_) {}
+  explicit NewArray(unsigned count_) : NewArray(count_, Array::Create(count_)) {}
+  NewArray(unsigned count_, void* values_) : values(values_), count(count_) {}
   ~NewArray() { Array::Delete(values, count); }
   NewArray(NewArray const&) = delete;
   NewArray& operator=(NewArray const&) = delete;
@@ -127,7 +132,8 @@ class NewArray {
 template <class Value>
 XoTypeConvertData* ConvertToStrings(void* values, unsigned count) {
   using Strings = ObjectArray<XoString>;
-  NewArray<Strings> strings(count);
+  NewArray<Strings> strings(count, Strings::CreateWith(count, XoString::GetDefault8CodeSet(),
+                                                       XoString::GetDefaultLanguage()));
   for (std::size_t index = 0; index < count; ++index) {
     TextOf<Value>::Write(*Strings::Element(strings.Get(), index),
                          LoadBytes<Value>(Advance(values, index * sizeof(Value))));

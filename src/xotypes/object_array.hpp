@@ -18,12 +18,16 @@ template <class Object>
 struct ObjectArray {
   static_assert(alignof(Object) <= sizeof(std::uint64_t));
 
-  static void* Create(unsigned count) {
-    if (count <= 1) return ::new (AllocateArray(sizeof(Object))) Object;
+  static void* Create(unsigned count) { return CreateWith(count); }
+
+  /// The same with elements that are made of `arguments`.
+  template <class... Arguments>
+  static void* CreateWith(unsigned count, Arguments const&... arguments) {
+    if (count <= 1) return ::new (AllocateArray(sizeof(Object))) Object(arguments...);
     void* const memory = AllocateArray(kCookie + std::size_t{count} * sizeof(Object));
     StoreBytes(memory, std::uint64_t{count});
     Object* const first = Element(Advance(memory, kCookie), 0);
-    for (std::size_t index = 0; index < count; ++index) ::new (first + index) Object;
+    for (std::size_t index = 0; index < count; ++index) ::new (first + index) Object(arguments...);
     return first;
   }
 

@@ -307,7 +307,7 @@ TYPED_TEST(NullRows, HashIsThatOfThePlainNumbersAndAConstantForNull) {
       auto const form = static_cast<unsigned char>(format);
       unsigned const width = format == 8 ? sizeof(Element) : this->kDiskWidth;
       std::vector<unsigned char> stored(std::size_t{count} * width + 1);
-      if (format == 8) {
+      if (count != 0 && format == 8) {
         std::memcpy(stored.data(), values.data(), count * sizeof(Element));
       } else {
         this->manager.Store(this->kId, stored.data(), values.data(), form, count);
