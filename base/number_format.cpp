@@ -27,6 +27,8 @@ class BoundedText {
   }
 
   void Fill(char character, std::size_t count) {
+    // Mostly there is nothing to fill.
+    if (count == 0) return;
     std::size_t const fits = std::min(count, room);
     std::memset(next, character, fits);
     Advance(count, fits);
