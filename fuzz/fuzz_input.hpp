@@ -17,8 +17,8 @@ inline constexpr unsigned kMostElements = 300;
 /// Whether a count asks for elements that only a length bounds.
 enum class Counts { kSmall, kAny };
 
-/// An operation on any id, also one without a row, of either table; but not on strings, which own
-/// storage and cannot be made of any bytes.
+/// An operation on any id, also one without a row, of either table; but not on text and blobs,
+/// which own storage and cannot be made of any bytes.
 struct Request {
   explicit Request(FuzzedDataProvider& input, Counts counts = Counts::kSmall)
       : manager(input.ConsumeBool() ? 3 : 5),
@@ -45,8 +45,13 @@ struct Request {
 
   /// Size of an element in the request's own format, as a walk over an array steps.
   std::size_t StepWidth() const {
-    if ((format & 15) == FormMemory) return Width();
+    // Identifiers are in memory under no format but the one.
+    if (IsIdentifier() ? format == FormMemory : (format & 15) == FormMemory) return Width();
     return manager.DiskLenGet(type, nullptr, format, 1, format);
+  }
+
+  bool IsIdentifier() const {
+    return type == XoOBJID_T || type == XoCLID_T || type == XoREF_T || type == XoSEAL_T;
   }
 
   /// Bytes that an operation on `count` elements may touch when told that `length` are there:
@@ -62,7 +67,15 @@ struct Request {
   static char AnyType(FuzzedDataProvider& input) {
     auto const id = static_cast<char>(input.ConsumeIntegral<std::int8_t>());
     constexpr char kNoRow = 99;
-    return id == XoSTRING_T ? kNoRow : id;
+    switch (id) {
+      case XoSTRING_T:
+      case XoISTRING_T:
+      case XoCASEISTRING_T:
+      case XoBLOB_T:
+        return kNoRow;
+      default:
+        return id;
+    }
   }
 };
 

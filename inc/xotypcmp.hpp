@@ -48,3 +48,28 @@ XO_EXPORT XCompare XoTimeCompare;
 XO_EXPORT XCompare XoDateTimeCompare;
 XO_EXPORT XCompare XoDateTimeNCompare;
 XO_EXPORT XCompare XoTimeSpanCompare;
+/// Dates and times of the ODMG classes. In memory form the result is the difference that
+/// `operator!=` of the class gives. In every other form the fields are compared where they lie, in
+/// the order of the record: the year without a sign, in the format's byte order, all others as
+/// signed bytes; the result is -1, 0 or 1. There, unless `cmpOp` has `CmpOpNoWildcards`, a date
+/// field that is -1 in the second operand equals every value.
+XO_EXPORT XCompare d_DateCompare;
+XO_EXPORT XCompare d_TimeCompare;
+XO_EXPORT XCompare d_TimestampCompare;
+
+/// The comparisons of `XoIString` and `XoCaseIString`, by weights, or by bytes where the first
+/// operand is an index key, whose texts are weights. Without `CmpOpNoWildcards` and
+/// `CmpOpBinaryOrder` the second text may be a pattern: '*' stands for any run, '?' for one
+/// character, and a backslash takes the next character as it is ("\\n", "\\r" and "\\t" are line
+/// feed, return and tab). A first operand that is cut is compared without its last byte, with
+/// `ERR_TM_LENGTH_EXCEEDED`; of a second that is cut the last byte counts as its end, and one of
+/// 254 bytes or more has no answer (`ERR_TM_NOT_SUPPORTED`, -1). Nothing is read behind a length.
+XO_EXPORT XCompare XoIStringCompare;
+XO_EXPORT XCompare XoCaseIStringCompare;
+/// The comparison of blobs. In memory as `XoBlob::operator!=` does; stored, by the bytes of the
+/// elements and then by their lengths, -2 and 2 where one is null. The width of a length word is
+/// counted into each element, so that the word behind an element may be compared with it, and of
+/// arrays other places are read than where the elements are. With lengths given nothing is read
+/// behind them. With a length of 0 the buffer must reach one word further than its record. No
+/// status is set.
+XO_EXPORT XCompare BlobCompare;

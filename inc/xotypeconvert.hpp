@@ -81,3 +81,11 @@ XO_EXPORT XoConvertFrom Int64ConvertFromXoString;
 /// null, every other the truth of its first character being "1".
 XO_EXPORT XoConvertTo BooleanConvertToXoString;
 XO_EXPORT XoConvertFrom BooleanConvertFromXoString;
+// Conversions of the text rows: copies of the text. A string that is missing or null gives a null
+// string, and an empty weighted text, which knows no null.
+XO_EXPORT XoConvertTo StringConvertToXoString;
+XO_EXPORT XoConvertFrom StringConvertFromXoString;
+XO_EXPORT XoConvertTo XoIStringConvertToXoString;
+XO_EXPORT XoConvertFrom XoIStringConvertFromXoString;
+XO_EXPORT XoConvertTo XoCaseIStringConvertToXoString;
+XO_EXPORT XoConvertFrom XoCaseIStringConvertFromXoString;

@@ -20,15 +20,20 @@
 #include "intl/language_context.hpp"
 #include "intl/order_table.hpp"
 #include "intl/wide_list.hpp"
+#include "xoblob.hpp"
 #include "xoboolean.hpp"
 #include "xochar.hpp"
 #include "xodate.hpp"
 #include "xodatetime.hpp"
 #include "xodatetimen.hpp"
+#include "xoidentifiers.hpp"
 #include "xoint64.hpp"
+#include "xoistring.hpp"
 #include "xomodule.hpp"
 #include "xomultibyte.hpp"
+#include "xoodmg.hpp"
 #include "xoorders.hpp"
+#include "xoseal.hpp"
 #include "xostrcmp.hpp"
 #include "xostring.hpp"
 #include "xostringhash.hpp"
@@ -178,6 +183,13 @@ class XO_EXPORT XoTypeMgr {
   /// `ERR_TM_NO_NEXT_VALUE` with the value unchanged, or `ERR_TM_NOT_SUPPORTED`.
   int GetValue(char type, void* value, unsigned count, unsigned char format,
                NextValueCode code) const;
+
+  /// Stores a moment as a value of `type`, in `format`. `stamp` is laid out as an `XoDateTimeN`. A
+  /// date or a time takes its part of it. The time of the ODMG classes is in the default zone and
+  /// takes the 32-bit fraction for whole seconds. Returns the bytes stored, or
+  /// `ERR_TM_NOT_SUPPORTED` for a type that cannot hold a time stamp (capability 3) and for no
+  /// `stamp`.
+  int StoreTimeStamp(char type, void* target, unsigned char format, void* stamp) const;
 
   // Values as text.
   /// A new carrier of `count` strings, one for each value, with this manager as its owner; `delete`

@@ -41,7 +41,8 @@ o_u4b FoldElement(void const* data, unsigned char nibble) {
   }
 }
 
-template <class Layout>
+/// Slot `Hash`, by the fold of an element at an address in a form.
+template <class Layout, o_u4b (*Fold)(void const*, unsigned char) = FoldElement<Layout>>
 unsigned HashTemporal(unsigned char format, unsigned length, void* data, unsigned count,
                       int& error) {
   unsigned char const nibble = FormNibble(format);
@@ -50,7 +51,7 @@ unsigned HashTemporal(unsigned char format, unsigned length, void* data, unsigne
   error = reachable < count ? ERR_TM_LENGTH_EXCEEDED : 0;
   o_u4b folds = 0;
   for (std::size_t index = 0; index < reachable; ++index) {
-    folds ^= FoldElement<Layout>(Advance(data, index * width), nibble);
+    folds ^= Fold(Advance(data, index * width), nibble);
   }
   return folds * kHashMultiplier;
 }

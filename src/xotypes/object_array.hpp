@@ -1,8 +1,9 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <new>
+#include <memory>
 
 #include "base/allocation.hpp"
 #include "base/bytes.hpp"
@@ -11,7 +12,7 @@
 ///
 /// A `count` of 0 or 1 is a single element with nothing before it. More have a word ahead of them
 /// that holds their number, and it is that number that `Delete` destroys: of its argument it only
-/// asks on which side of 1 it is.
+/// asks on which side of 1 it is. Where a constructor fails, nothing is left of the others.
 namespace xo {
 
 template <class Object>
@@ -23,11 +24,17 @@ struct ObjectArray {
   /// The same with elements that are made of `arguments`.
   template <class... Arguments>
   static void* CreateWith(unsigned count, Arguments const&... arguments) {
-    if (count <= 1) return ::new (AllocateArray(sizeof(Object))) Object(arguments...);
-    void* const memory = AllocateArray(kCookie + std::size_t{count} * sizeof(Object));
-    StoreBytes(memory, std::uint64_t{count});
-    Object* const first = Element(Advance(memory, kCookie), 0);
-    for (std::size_t index = 0; index < count; ++index) ::new (first + index) Object(arguments...);
+    std::size_t const elements = std::max(count, 1u);
+    std::size_t const cookie = count > 1 ? kCookie : 0;
+    std::unique_ptr<void, Release> memory(AllocateArray(cookie + elements * sizeof(Object)));
+    if (cookie != 0) StoreBytes(memory.get(), std::uint64_t{count});
+    Object* const first = Element(Advance(memory.get(), cookie), 0);
+    if constexpr (sizeof...(arguments) == 0) {
+      std::uninitialized_value_construct_n(first, elements);
+    } else {
+      std::uninitialized_fill_n(first, elements, Object(arguments...));
+    }
+    memory.release();
     return first;
   }
 
@@ -47,7 +54,7 @@ struct ObjectArray {
   }
 
   static void Constructor(void* values, unsigned count, unsigned) {
-    for (std::size_t index = 0; index < count; ++index) ::new (Element(values, index)) Object;
+    std::uninitialized_value_construct_n(Element(values, 0), count);
   }
 
   static void Destructor(void* values, unsigned count, unsigned) {
@@ -61,8 +68,12 @@ struct ObjectArray {
   }
 
   static void Copy(void* target, void* source, unsigned count, int fill) {
-    for (std::size_t index = 0; index < count; ++index) {
-      ::new (Element(target, index)) Object(*Element(source, fill != 0 ? 0 : index));
+    Object* const first = Element(target, 0);
+    Object const* const model = Element(source, 0);
+    if (fill != 0 && count != 0) {
+      std::uninitialized_fill_n(first, count, *model);
+    } else {
+      std::uninitialized_copy_n(model, count, first);
     }
   }
 
@@ -74,6 +85,9 @@ struct ObjectArray {
   }
 
  private:
+  struct Release {
+    void operator()(void* memory) const { ReleaseArray(memory); }
+  };
   static constexpr std::size_t kCookie = sizeof(std::uint64_t);
 };
 

@@ -2,6 +2,7 @@
 #include <cstdint>
 #include <cstring>
 
+#include "src/odmg/odmg_rows.hpp"
 #include "xotypemgr.hpp"
 
 namespace xo {
@@ -218,6 +219,31 @@ XCompare* XoTypeMgr::ExchangeXoTypeCmpFunc(char type, XCompare* compare) {
 }
 
 int XoTypeMgr::DiskIsNullValue(char, void*) const { return ERR_TM_NOT_SUPPORTED; }
+
+int XoTypeMgr::StoreTimeStamp(char type, void* target, unsigned char format, void* stamp) const {
+  if (stamp == nullptr) return ERR_TM_NOT_SUPPORTED;
+  auto const store = [&](void const* value) {
+    return static_cast<int>(Row(type).Store(target, value, format, 1));
+  };
+  switch (type) {
+    case XoDATE_T:
+    case XoDATIME_T:
+    case XoDATIME_N_T:
+      // These begin as the record does.
+      return store(stamp);
+    case XoTIME_T:
+      return store(xo::TimeOfRecord(stamp));
+    case D_DATE_T:
+    case D_TIME_T:
+    case D_TIMESTAMP_T: {
+      d_Timestamp const value = xo::OdmgStampOf(xo::LoadValue<XoDateTimeN>(stamp));
+      if (type == D_DATE_T) return store(&value.date());
+      return type == D_TIME_T ? store(&value.time()) : store(&value);
+    }
+    default:
+      return ERR_TM_NOT_SUPPORTED;
+  }
+}
 
 int XoTypeMgr::GetValue(char type, void* value, unsigned count, unsigned char format,
                         NextValueCode code) const {

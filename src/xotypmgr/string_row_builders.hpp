@@ -1,11 +1,14 @@
 #pragma once
 
 #include "src/xotypcmp/string_rows.hpp"
+#include "src/xotypes/inline_string.hpp"
 #include "src/xotypes/object_array.hpp"
 #include "src/xotypes/string_rows.hpp"
+#include "src/xotypes/text_print.hpp"
 #include "src/xotypmgr/row_builders.hpp"
 #include "xostringstore.hpp"
 #include "xotypcmp.hpp"
+#include "xotypeconvert.hpp"
 
 /// How the string rows are put together.
 namespace xo {
@@ -18,10 +21,14 @@ constexpr TypeDescriptor MakeCommonStringRow() {
   row.Delete = Objects::Delete;
   row.Load = StringLoad;
   row.NullSizeGet = StringNullSizeGet;
+  row.ConvertTo = StringConvertToXoString;
+  row.ConvertFrom = StringConvertFromXoString;
   row.Constructor = Objects::Constructor;
   row.Destructor = Objects::Destructor;
   row.Assignment = Objects::Assignment;
   row.Copy = Objects::Copy;
+  row.PrintToXoString = StringPrintToXoString;
+  row.ScanFromXoString = StringScanFromXoString;
   row.DefaultValue = StringDefaultValue;
   return row;
 }
@@ -49,6 +56,36 @@ constexpr TypeDescriptor MakeOlderStringRow() {
   row.Compare = OlderStringCompare;
   row.Hash = OlderStringHash;
   row.Translate = OlderStringTranslate;
+  return row;
+}
+
+/// The row of a weighted text. All its values hash alike, and none is null or has a next one.
+template <class Text>
+constexpr TypeDescriptor MakeInlineStringRow(char const* name, char const* typeIdName,
+                                             XCompare* compare, XoConvertTo* convertTo,
+                                             XoConvertFrom* convertFrom) {
+  using Objects = ObjectArray<Text>;
+  using Operations = InlineStringOperations<Text>;
+  auto row = MakeEmptyRow(name, typeIdName, "%s", sizeof(Text), 0);
+  row.Create = Objects::Create;
+  row.Delete = Objects::Delete;
+  row.Store = Operations::Store;
+  row.Load = Operations::Load;
+  row.NullSizeGet = Operations::NullSizeGet;
+  row.SizeGet = Operations::SizeGet;
+  row.SizeGetFromMemFile = Operations::SizeGetFromMemFile;
+  row.Compare = compare;
+  row.Hash = Operations::Hash;
+  row.ConvertTo = convertTo;
+  row.ConvertFrom = convertFrom;
+  row.Constructor = Objects::Constructor;
+  row.Destructor = Objects::Destructor;
+  row.Assignment = Objects::Assignment;
+  row.Copy = Objects::Copy;
+  row.Translate = Operations::Translate;
+  row.PrintToXoString = PrintWeightedText<Text>;
+  row.ScanFromXoString = ScanWeightedText<Text>;
+  row.DefaultValue = Operations::DefaultValue;
   return row;
 }
 

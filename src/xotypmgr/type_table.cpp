@@ -1,3 +1,6 @@
+#include "src/xotypmgr/blob_row_builder.hpp"
+#include "src/xotypmgr/identifier_row_builders.hpp"
+#include "src/xotypmgr/odmg_row_builders.hpp"
 #include "src/xotypmgr/row_builders.hpp"
 #include "src/xotypmgr/string_row_builders.hpp"
 #include "xotypcmp.hpp"
@@ -64,22 +67,30 @@ constinit TypeDescriptor dateRow =
 constinit TypeDescriptor timeRow =
     MakeTemporalRow<TimeLayout, XoTIME_T>("XoTime", "XoTIME_T", "%I:%M:%S %p", XoTimeCompare);
 constinit TypeDescriptor blockIdRow = MakeScalarRow<Dword>("BlockId", "XoBLOCKID_T", "#%lu");
-constinit TypeDescriptor objectIdRow = MakeEmptyRow("XoObjId", "XoOBJID_T", "(%H-%L#%B)", 12, 1);
-constinit TypeDescriptor classIdRow = MakeEmptyRow("XoClassId", "XoCLID_T", "(%Cv%V)", 4, 1);
+constinit TypeDescriptor objectIdRow =
+    MakeNumberedRow<XoObjId>("XoObjId", "XoOBJID_T", "(%H-%L#%B)");
+constinit TypeDescriptor classIdRow =
+    MakeIdentifierRow<XoClassId>("XoClassId", "XoCLID_T", "(%Cv%V)");
 constinit TypeDescriptor referenceRow =
-    MakeEmptyRow("XoRef", "XoREF_T", "(%D:%H-%L#%B, %C)", 16, 1);
-constinit TypeDescriptor blobRow = MakeEmptyRow("XoBlob", "XoBLOB_T", "[BLOB,len=%L]", 8, 0);
+    MakeNumberedRow<XoRef>("XoRef", "XoREF_T", "(%D:%H-%L#%B, %C)");
+constinit TypeDescriptor blobRow = MakeBlobRow();
 constinit TypeDescriptor dateTimeRow = MakeTemporalRow<DateTimeLayout, XoDATIME_T>(
     "XoDateTime", "XoDATIME_T", "%a %e.%b %Y %I:%M:%S %p", XoDateTimeCompare);
-constinit TypeDescriptor weightedStringRow = MakeEmptyRow("XoIString", "XoISTRING_T", "%s", 16, 0);
-constinit TypeDescriptor weightedCaseStringRow =
-    MakeEmptyRow("XoCaseIString", "XoCASEISTRING_T", "%s", 16, 0);
-constinit TypeDescriptor odmgDateRow = MakeEmptyRow("d_Date", "D_DATE_T", "%a %b %e", 4, 1);
-constinit TypeDescriptor odmgTimeRow = MakeEmptyRow("d_Time", "D_TIME_T", "%I:%M:%S %p", 6, 1);
+constinit TypeDescriptor weightedStringRow =
+    MakeInlineStringRow<XoIString>("XoIString", "XoISTRING_T", XoIStringCompare,
+                                   XoIStringConvertToXoString, XoIStringConvertFromXoString);
+constinit TypeDescriptor weightedCaseStringRow = MakeInlineStringRow<XoCaseIString>(
+    "XoCaseIString", "XoCASEISTRING_T", XoCaseIStringCompare, XoCaseIStringConvertToXoString,
+    XoCaseIStringConvertFromXoString);
+constinit TypeDescriptor odmgDateRow = MakeOdmgRecordRow<D_DATE_T, OdmgDateLayout, FoldOdmgDate>(
+    "d_Date", "D_DATE_T", "%a %b %e", d_DateCompare);
+constinit TypeDescriptor odmgTimeRow = MakeOdmgRecordRow<D_TIME_T, OdmgTimeLayout, FoldOdmgTime>(
+    "d_Time", "D_TIME_T", "%I:%M:%S %p", d_TimeCompare);
 constinit TypeDescriptor odmgTimestampRow =
-    MakeEmptyRow("d_Timestamp", "D_TIMESTAMP_T", "%a %b %e %I:%M:%S %p", 10, 1);
-constinit TypeDescriptor odmgIntervalRow = WithSizesOf<FloatFamily>(
-    MakeEmptyRow("d_Interval", "D_INTERVAL_T", "%e days, %I hours, %M minutes, %S seconds", 4, 1));
+    MakeOdmgRecordRow<D_TIMESTAMP_T, OdmgTimestampLayout, FoldOdmgTimestamp>(
+        "d_Timestamp", "D_TIMESTAMP_T", "%a %b %e %I:%M:%S %p", d_TimestampCompare);
+constinit TypeDescriptor odmgIntervalRow = MakeOdmgIntervalRow<D_INTERVAL_T>(
+    "d_Interval", "D_INTERVAL_T", "%e days, %I hours, %M minutes, %S seconds");
 constinit TypeDescriptor int64Row = MakeInt64Row<Int64>("XoInt64", "XoINT64_T", "%S");
 constinit TypeDescriptor booleanRow = MakeBooleanRow<Boolean>("XoBoolean", "XoBOOLEAN_T", "noop");
 constinit TypeDescriptor nullCharRow =
@@ -104,7 +115,7 @@ constinit TypeDescriptor nullDoubleRow =
     MakeNullRow<XoNull_double, DoubleFamily>("XoNull_double", "XoNULL_DOUBLE_T", "%.17g");
 constinit TypeDescriptor nullInt64Row =
     MakeNullRow<XoNull_XoInt64, Int64Family>("XoNull_XoInt64", "XoNULL_XOINT64_T", "%S");
-constinit TypeDescriptor sealRow = MakeEmptyRow("XoSeal", "XoSEAL_T", "noop", 6, 1);
+constinit TypeDescriptor sealRow = MakeSealRow();
 constinit TypeDescriptor dateTimeNRow = MakeTemporalRow<DateTimeNLayout, XoDATIME_N_T>(
     "XoDateTimeN", "XoDATIME_N_T", "%X", XoDateTimeNCompare);
 constinit TypeDescriptor timeSpanRow = MakeTemporalRow<TimeSpanLayout, XoTIMESPAN_T>(

@@ -81,13 +81,25 @@ inline constexpr int kTemporalRows[] = {12, 13, 19, 40, 41};
 /// The rows of the numbers that can be null.
 inline constexpr int kNullNumberRows[] = {28, 29, 30, 31, 32, 33, 34, 35, 36, 37, 38, 44, 45};
 
+/// The rows of text.
+inline constexpr int kTextRows[] = {11, 20, 21};
+
+/// The rows of identifiers, seals and blobs.
+inline constexpr int kIdentityRows[] = {15, 16, 17, 18, 39};
+
+/// The rows of the ODMG classes.
+inline constexpr int kOdmgRows[] = {22, 23, 24, 25};
+
 /// The rows with operations of their own. All others answer as the `illegal` row does; whoever
 /// gives one its operations moves it here.
 inline std::set<int> const kBuiltRows = [] {
   std::set<int> rows(std::begin(kScalarRows), std::end(kScalarRows));
   rows.insert(std::begin(kTemporalRows), std::end(kTemporalRows));
   rows.insert(std::begin(kNullNumberRows), std::end(kNullNumberRows));
-  rows.insert({11, 26, 27});
+  rows.insert(std::begin(kTextRows), std::end(kTextRows));
+  rows.insert(std::begin(kIdentityRows), std::end(kIdentityRows));
+  rows.insert(std::begin(kOdmgRows), std::end(kOdmgRows));
+  rows.insert({26, 27});
   return rows;
 }();
 

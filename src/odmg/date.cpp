@@ -1,0 +1,167 @@
+#include "base/clock.hpp"
+#include "src/odmg/conversion.hpp"
+#include "src/xodate/clock_fields.hpp"
+#include "src/xodate/temporal_format.hpp"
+#include "xoodmg.hpp"
+
+using namespace xo;
+
+namespace {
+
+// The calendars change between 1582-10-04 and 1582-10-15, at these numbers.
+constexpr int kFirstGregorianSum = 2299170;
+constexpr int kLastJulianNumber = 2299160;
+
+constexpr char kFormat[] = "%a %b %e";
+
+int Trunc(double value) { return static_cast<int>(Truncated(value)); }
+
+}  // namespace
+
+d_Date::d_Date() : d_Date(Blank{}) {
+  bdate today{};
+  bksgetdate(&today);
+  *this = FieldsOf(today);
+}
+
+d_Date::d_Date(short year, unsigned short month, unsigned short day)
+    : yearField(year), monthField(static_cast<o_u1b>(month)), dayField(static_cast<o_u1b>(day)) {}
+
+d_Date::d_Date(short year, unsigned short dayOfYear) : d_Date(year, 1, 1) {
+  setAbsDate(getAbsDate() + dayOfYear - 1);
+}
+
+d_Date::d_Date(XoDate const& source) : d_Date(Blank{}) { *this = source; }
+d_Date::d_Date(XoDateTime const& source) : d_Date(source.date) {}
+d_Date::d_Date(d_Timestamp const& source) : d_Date(source.dateField) {}
+
+d_Date& d_Date::operator=(XoDate const& source) {
+  yearField = source.year;
+  monthField = static_cast<o_u1b>(source.month);
+  dayField = static_cast<o_u1b>(source.day);
+  return *this;
+}
+d_Date& d_Date::operator=(XoDateTime const& source) { return *this = source.date; }
+d_Date& d_Date::operator=(d_Timestamp const& source) { return *this = source.dateField; }
+
+d_Date d_Date::current() { return {}; }
+
+// The conversions of the Julian Day Number after Meeus, "Astronomical Algorithms", in floating
+// point, whose rounding decides at the extremes.
+
+int d_Date::getAbsDate() const {
+  bool const isOfYearBefore = monthField < 3;
+  int const y = isOfYearBefore ? yearField - 1 : yearField;
+  int const m = isOfYearBefore ? monthField + 13 : monthField + 1;
+  int const number = dayField + Trunc(365.25 * y) + 1720994 + Trunc(30.6001 * m);
+  if (number < kFirstGregorianSum) return number;
+  int const c = y / 100;
+  return number + c / 4 - c + 2;
+}
+
+void d_Date::setAbsDate(int number) {
+  o_8b a = o_8b{number} + 1;
+  if (a > kLastJulianNumber) {
+    o_8b const p = Truncated((static_cast<double>(a) - 1867216.25) / 36524.25);
+    a = o_8b{number} + 2 + p - p / 4;
+  }
+  o_8b const b = a + 1524;
+  o_8b const c = Truncated((static_cast<double>(b) - 122.1) / 365.25);
+  o_8b const d = Truncated(365.25 * static_cast<double>(c));
+  o_8b const e = Truncated(static_cast<double>(b - d) / 30.6001);
+  o_8b const day = b - d - static_cast<o_8b>(std::floor(30.6001 * static_cast<double>(e)));
+  o_8b const month = e < 14 ? e - 1 : e - 13;
+  o_8b const year = month >= 3 ? c - 4716 : c - 4715;
+  yearField = static_cast<o_2b>(year);
+  monthField = static_cast<o_u1b>(month);
+  dayField = static_cast<o_u1b>(day);
+}
+
+// Day numbers wrap at 32 bits, however far a span reaches.
+void d_Date::MoveBy(o_8b days) {
+  setAbsDate(static_cast<int>(static_cast<o_u4b>(getAbsDate()) + static_cast<o_u4b>(days)));
+}
+
+d_Date::Weekday d_Date::day_of_week() const { return static_cast<Weekday>((getAbsDate() + 2) % 7); }
+
+unsigned short d_Date::day_of_year() const {
+  return static_cast<unsigned short>(1 + getAbsDate() - d_Date(yearField, 1, 1).getAbsDate());
+}
+
+bool d_Date::is_leap_year(short year) {
+  return year % 4 == 0 && (year % 100 != 0 || year % 400 == 0 || year < 1600);
+}
+
+int d_Date::days_in_month(short year, unsigned short month) {
+  if (month < 1 || month > 12) return 0;
+  if (month == February) return is_leap_year(year) ? 29 : 28;
+  return month == April || month == June || month == September || month == November ? 30 : 31;
+}
+
+int d_Date::days_in_year(short year) { return is_leap_year(year) ? 366 : 365; }
+
+bool d_Date::is_valid_date(short year, unsigned short month, unsigned short day) {
+  // The days that the change of calendar left out.
+  if (year == 1582 && month == October && day > 4 && day < 15) return false;
+  return day >= 1 && int{day} <= days_in_month(year, month);
+}
+
+bool d_Date::is_between(d_Date const& first, d_Date const& last) const {
+  return first <= *this && *this <= last;
+}
+
+d_Date& d_Date::next(Weekday weekday) {
+  int days = weekday - day_of_week();
+  if (days < 1) days += 7;
+  MoveBy(days);
+  return *this;
+}
+
+d_Date& d_Date::previous(Weekday weekday) {
+  int days = day_of_week() - weekday;
+  if (days < 1) days += 7;
+  MoveBy(-o_8b{days});
+  return *this;
+}
+
+d_Date& d_Date::operator++() {
+  MoveBy(1);
+  return *this;
+}
+d_Date d_Date::operator++(int) {
+  d_Date const before = *this;
+  ++*this;
+  return before;
+}
+d_Date& d_Date::operator--() {
+  MoveBy(-1);
+  return *this;
+}
+d_Date d_Date::operator--(int) {
+  d_Date const before = *this;
+  --*this;
+  return before;
+}
+
+d_Date& d_Date::operator+=(d_Interval const& span) {
+  if (std::isfinite(span.Seconds())) MoveBy(span.day());
+  return *this;
+}
+d_Date& d_Date::operator-=(d_Interval const& span) {
+  if (std::isfinite(span.Seconds())) MoveBy(-o_8b{span.day()});
+  return *this;
+}
+
+int operator!=(d_Date const& a, d_Date const& b) { return a.getAbsDate() - b.getAbsDate(); }
+
+XoString& d_Date::PrintToXoString(XoString& out, char const* format) const {
+  XoDateTime const record(XoDate(yearField, monthField, dayField), XoTime(0, 0, 0));
+  return PrintTemporal(out, XoDateTimeN(record, 0), format != nullptr ? format : kFormat);
+}
+
+d_Date* d_Date::ScanFromXoString(XoString& in, char const* format) {
+  XoDateTimeN record = XoDateTimeN::ClearValue();
+  bool const isWhole = ScanTemporal(record, in, format != nullptr ? format : kFormat);
+  *this = record.Date();
+  return isWhole ? this : nullptr;
+}

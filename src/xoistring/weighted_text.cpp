@@ -1,0 +1,375 @@
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <cstring>
+#include <utility>
+
+#include "base/allocation.hpp"
+#include "base/number_text.hpp"
+#include "src/xoistring/weights.hpp"
+
+namespace xo {
+
+namespace {
+
+constexpr unsigned kToTheEnd = 65535;
+
+/// Room for every number with six decimals.
+constexpr std::size_t kFixedTextSize = 328;
+
+unsigned LengthOf(char const* text) {
+  return text != nullptr ? static_cast<unsigned>(std::strlen(text)) : 0;
+}
+
+/// A block with the bytes given and a terminator; null for none.
+char* NewText(char const* bytes, unsigned size) {
+  if (size == 0) return nullptr;
+  char* const text = static_cast<char*>(AllocateArray(std::size_t{size} + 1));
+  std::memcpy(text, bytes, size);
+  text[size] = 0;
+  return text;
+}
+
+template <class Integer>
+char* IntegerText(Integer number) {
+  char digits[kIntegerTextSize];
+  PrintInteger(digits, number);
+  return NewText(digits, LengthOf(digits));
+}
+
+char* FixedText(double number) {
+  if (std::isnan(number)) {
+    char const* const name = std::signbit(number) ? "-nan" : "nan";
+    return NewText(name, LengthOf(name));
+  }
+  char digits[kFixedTextSize];
+  auto const end =
+      std::to_chars(digits, digits + sizeof digits, number, std::chars_format::fixed, 6).ptr;
+  return NewText(digits, static_cast<unsigned>(end - digits));
+}
+
+/// A change of case: bytes from `first` to `last`, but for one, move by `shift`.
+struct CaseRange {
+  unsigned char first;
+  unsigned char last;
+  unsigned char exception;
+};
+
+unsigned char Shifted(unsigned char byte, CaseRange const (&ranges)[2], int shift) {
+  for (CaseRange const& range : ranges) {
+    if (byte >= range.first && byte <= range.last && byte != range.exception) {
+      return static_cast<unsigned char>(byte + shift);
+    }
+  }
+  return byte;
+}
+
+unsigned char LowerCase(unsigned char byte) {
+  if (byte == kUpperLigature) return kLowerLigature;
+  // The reverse of what it should be, and to stay: stored texts were folded so.
+  if (byte == 255) return kUpperWithDiaeresis;
+  return Shifted(byte, {{65, 90, 0}, {192, 222, 215}}, 32);
+}
+
+unsigned char UpperCase(unsigned char byte) {
+  if (byte == kLowerLigature) return kUpperLigature;
+  if (byte == kUpperWithDiaeresis) return 255;
+  return Shifted(byte, {{97, 122, 0}, {224, 254, 247}}, -32);
+}
+
+template <class Change>
+void ChangeBytes(char* text, Change change) {
+  for (; text != nullptr && *text != 0; ++text) {
+    *text = static_cast<char>(change(static_cast<unsigned char>(*text)));
+  }
+}
+
+}  // namespace
+
+// Everything is defined here: an inline member of an instance is not offered by a DLL.
+
+template <class Text>
+WeightedText<Text>::WeightedText() noexcept : text(nullptr), weighted(0) {}
+
+template <class Text>
+WeightedText<Text>::WeightedText(WeightedText const& source)
+    : text(NewText(source.text, LengthOf(source.text))), weighted(0) {}
+
+template <class Text>
+WeightedText<Text>::WeightedText(char character)
+    : text(NewText(&character, character != 0 ? 1 : 0)), weighted(0) {}
+
+template <class Text>
+WeightedText<Text>::WeightedText(short number) : WeightedText(static_cast<long long>(number)) {}
+template <class Text>
+WeightedText<Text>::WeightedText(int number) : WeightedText(static_cast<long long>(number)) {}
+template <class Text>
+WeightedText<Text>::WeightedText(unsigned number) : WeightedText(static_cast<long long>(number)) {}
+template <class Text>
+WeightedText<Text>::WeightedText(long number) : WeightedText(static_cast<long long>(number)) {}
+template <class Text>
+WeightedText<Text>::WeightedText(unsigned long number)
+    : WeightedText(static_cast<unsigned long long>(number)) {}
+template <class Text>
+WeightedText<Text>::WeightedText(long long number)
+    : text(IntegerText(std::int64_t{number})), weighted(0) {}
+template <class Text>
+WeightedText<Text>::WeightedText(unsigned long long number)
+    : text(IntegerText(std::uint64_t{number})), weighted(0) {}
+template <class Text>
+WeightedText<Text>::WeightedText(double number) : text(FixedText(number)), weighted(0) {}
+
+template <class Text>
+WeightedText<Text>::WeightedText(char const* characters)
+    : text(NewText(characters, LengthOf(characters))), weighted(0) {}
+
+template <class Text>
+WeightedText<Text>::WeightedText(char const* characters, unsigned short length)
+    : text(nullptr), weighted(0) {
+  if (characters == nullptr) return;
+  void const* const end = std::memchr(characters, 0, length);
+  text = NewText(characters, end != nullptr
+                                 ? static_cast<unsigned>(static_cast<char const*>(end) - characters)
+                                 : length);
+}
+
+template <class Text>
+WeightedText<Text>::~WeightedText() {
+  ReleaseArray(text);
+}
+
+template <class Text>
+WeightedText<Text>& WeightedText<Text>::operator=(WeightedText const& source) {
+  if (this != &source) {
+    Take(source.text, LengthOf(source.text));
+    weighted = source.weighted;
+  }
+  return *this;
+}
+
+template <class Text>
+Text& WeightedText<Text>::Self() {
+  return static_cast<Text&>(*this);
+}
+
+/// Makes `size` bytes, which may be the own ones, the text.
+template <class Text>
+void WeightedText<Text>::Take(char const* bytes, unsigned size) {
+  ReleaseArray(std::exchange(text, NewText(bytes, size)));
+}
+
+template <class Text>
+char& WeightedText<Text>::operator[](int index) {
+  static thread_local char nobodys;
+  if (text == nullptr) return nobodys = 0;
+  return text[index];
+}
+
+template <class Text>
+char WeightedText<Text>::operator[](int index) const {
+  return text != nullptr ? text[index] : '\0';
+}
+
+template <class Text>
+bool WeightedText<Text>::operator!() const {
+  return text == nullptr || *text == 0;
+}
+
+template <class Text>
+char const* WeightedText<Text>::StrGet() const {
+  return text != nullptr ? text : "";
+}
+
+template <class Text>
+int WeightedText<Text>::Order(Text const& other) const {
+  return WeightCompare(text, other.text, 0, weighted, other.weighted);
+}
+template <class Text>
+bool WeightedText<Text>::operator==(Text const& other) const {
+  return Order(other) == 0;
+}
+template <class Text>
+bool WeightedText<Text>::operator!=(Text const& other) const {
+  return Order(other) != 0;
+}
+template <class Text>
+bool WeightedText<Text>::operator<(Text const& other) const {
+  return Order(other) < 0;
+}
+template <class Text>
+bool WeightedText<Text>::operator<=(Text const& other) const {
+  return Order(other) <= 0;
+}
+template <class Text>
+bool WeightedText<Text>::operator>(Text const& other) const {
+  return Order(other) > 0;
+}
+template <class Text>
+bool WeightedText<Text>::operator>=(Text const& other) const {
+  return Order(other) >= 0;
+}
+
+template <class Text>
+unsigned WeightedText<Text>::Len() const {
+  return LengthOf(text);
+}
+
+template <class Text>
+WeightedText<Text>::operator short() const {
+  return static_cast<short>(static_cast<int>(*this));
+}
+template <class Text>
+WeightedText<Text>::operator int() const {
+  return ReadInt32(StrGet(), IntegerBase::kDecimal);
+}
+template <class Text>
+WeightedText<Text>::operator long long() const {
+  return ReadInt64(StrGet(), IntegerBase::kDecimal);
+}
+template <class Text>
+WeightedText<Text>::operator double() const {
+  return ReadDouble(StrGet());
+}
+
+/// Gives the text its first `head` bytes, `middle`, which may be a part of it, and what stands from
+/// `tail` on.
+template <class Text>
+Text& WeightedText<Text>::Splice(unsigned head, char const* middle, unsigned middleSize,
+                                 unsigned tail) {
+  unsigned const length = Len();
+  unsigned const rest = tail < length ? length - tail : 0;
+  std::size_t const size = std::size_t{head} + middleSize + rest;
+  char* fresh = nullptr;
+  if (size != 0) {
+    fresh = static_cast<char*>(AllocateArray(size + 1));
+    if (head != 0) std::memcpy(fresh, text, head);
+    if (middleSize != 0) std::memcpy(fresh + head, middle, middleSize);
+    if (rest != 0) std::memcpy(fresh + head + middleSize, text + tail, rest);
+    fresh[size] = 0;
+  }
+  ReleaseArray(std::exchange(text, fresh));
+  return Self();
+}
+
+template <class Text>
+Text WeightedText<Text>::operator+(Text const& other) const {
+  Text sum(StrGet());
+  sum += other;
+  return sum;
+}
+
+template <class Text>
+Text& WeightedText<Text>::operator+=(Text const& other) {
+  if (other.text == nullptr) return Self();
+  return Splice(Len(), other.text, other.Len(), Len());
+}
+
+template <class Text>
+Text WeightedText<Text>::Copy(unsigned short start, unsigned short count) const {
+  unsigned const length = Len();
+  Text part;
+  if (start >= length) return part;
+  unsigned const rest = length - start;
+  part.Take(text + start, count == kToTheEnd ? rest : std::min<unsigned>(count, rest));
+  return part;
+}
+
+template <class Text>
+Text& WeightedText<Text>::Cut(unsigned short start, unsigned short count) {
+  unsigned const length = Len();
+  if (start >= length || count == 0) return Self();
+  unsigned const rest = length - start;
+  unsigned const cut = count == kToTheEnd ? rest : std::min<unsigned>(count, rest);
+  return Splice(start, nullptr, 0, start + cut);
+}
+
+template <class Text>
+Text& WeightedText<Text>::Expand(unsigned short length, char fill) {
+  unsigned const present = Len();
+  if (present >= length) return Self();
+  Text filling;
+  filling.Fill(static_cast<unsigned short>(length - present), fill);
+  return Splice(present, filling.StrGet(), filling.Len(), present);
+}
+
+template <class Text>
+Text& WeightedText<Text>::Fill(unsigned short length, char fill) {
+  char* fresh = nullptr;
+  if (length != 0 && fill != 0) {
+    fresh = static_cast<char*>(AllocateArray(std::size_t{length} + 1));
+    std::memset(fresh, fill, length);
+    fresh[length] = 0;
+  }
+  ReleaseArray(std::exchange(text, fresh));
+  return Self();
+}
+
+template <class Text>
+Text& WeightedText<Text>::Insert(Text const& other, unsigned short position) {
+  if (position > Len() || other.text == nullptr) return Self();
+  return Splice(position, other.text, other.Len(), position);
+}
+
+template <class Text>
+Text& WeightedText<Text>::Replace(Text const& other, unsigned short position) {
+  unsigned const length = Len();
+  if (position >= length || other.text == nullptr) return Self();
+  unsigned const count = std::min(other.Len(), length - position);
+  return Splice(position, other.text, count, position + count);
+}
+
+template <class Text>
+Text& WeightedText<Text>::SpaceToZero() {
+  ChangeBytes(text, [](unsigned char byte) { return byte == ' ' ? '0' : byte; });
+  return Self();
+}
+
+template <class Text>
+Text& WeightedText<Text>::ZeroToSpace() {
+  ChangeBytes(text, [](unsigned char byte) { return byte == '0' ? ' ' : byte; });
+  return Self();
+}
+
+template <class Text>
+Text& WeightedText<Text>::ToLower() {
+  Take(text, Len());
+  ChangeBytes(text, LowerCase);
+  return Self();
+}
+
+template <class Text>
+Text& WeightedText<Text>::ToUpper() {
+  Take(text, Len());
+  ChangeBytes(text, UpperCase);
+  return Self();
+}
+
+template <class Text>
+int WeightedText<Text>::SubStringPos(Text const& other) const {
+  if (!*this || !other) return -1;
+  char const* const found = std::strstr(text, other.text);
+  return found != nullptr ? static_cast<int>(found - text) : -1;
+}
+
+template <class Text>
+int WeightedText<Text>::WeightCompare(char const* a, char const* b, unsigned short count,
+                                      unsigned char flagA, unsigned char flagB) {
+  if (a == nullptr) return b != nullptr ? -1 : 0;
+  if (b == nullptr) return 1;
+  if (*a == 0 || *b == 0) {
+    return static_cast<unsigned char>(*a) - static_cast<unsigned char>(*b);
+  }
+  WeightReader<Text> readerA(a, flagA);
+  WeightReader<Text> readerB(b, flagB);
+  for (unsigned left = count == 0 ? kToTheEnd : count; left != 0; --left) {
+    int const difference = readerA.Next() - readerB.Next();
+    if (difference != 0) return difference;
+    if (readerA.HasEnded() || readerB.HasEnded()) break;
+  }
+  return 0;
+}
+
+template class WeightedText<XoIString>;
+template class WeightedText<XoCaseIString>;
+
+}  // namespace xo

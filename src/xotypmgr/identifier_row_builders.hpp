@@ -1,0 +1,138 @@
+#pragma once
+
+#include "src/xoseal/seal_record.hpp"
+#include "src/xotypes/text_convert.hpp"
+#include "src/xotypmgr/row_builders.hpp"
+#include "xoidentifiers.hpp"
+
+/// How the rows of the identifiers and of seals are put together.
+namespace xo {
+
+/// Slots that the classes do not offer under a name of their own. No address needs alignment.
+template <class Identifier>
+struct IdentifierOperations {
+  static int IsNull(void* value) { return LoadBytes<Identifier>(value).IsNullValue(); }
+  static int SetNull(void* value) {
+    auto identifier = LoadBytes<Identifier>(value);
+    identifier.SetNullValue();
+    StoreBytes(value, identifier);
+    return 0;
+  }
+
+  // Conversions, by the format of the row, which is that of the class.
+  static void Print(XoString& out, void* value) {
+    LoadBytes<Identifier>(value).PrintToXoString(out, nullptr);
+  }
+  static void Scan(void* value, XoString const& text) {
+    Identifier identifier{};
+    identifier.ScanFromXoString(text, nullptr);
+    StoreBytes(value, identifier);
+  }
+  static void SetMissing(void* value) { SetNull(value); }
+
+  /// Steps the number of 48 bits, and leaves the other fields.
+  static int GetValue(void* value, unsigned, unsigned char format, NextValueCode code) {
+    if (format != FormMemory) return ERR_TM_NOT_SUPPORTED;
+    auto identifier = LoadBytes<Identifier>(value);
+    XoObjId number{identifier.block, identifier.low, identifier.high};
+    if (code == kLowestValue) {
+      number = {};
+    } else if (AsksForNextValue(code)) {
+      if (++number; number.IsNullValue() != 0) return ERR_TM_NO_NEXT_VALUE;
+    } else if (code != kPresentValue) {
+      return ERR_TM_NOT_SUPPORTED;
+    }
+    identifier = number;
+    StoreBytes(value, identifier);
+    return 0;
+  }
+};
+
+template <class Identifier>
+constexpr TypeDescriptor MakeIdentifierRow(char const* name, char const* typeIdName,
+                                           char const* format) {
+  using Objects = ObjectArray<Identifier>;
+  using Operations = IdentifierOperations<Identifier>;
+  auto row = MakeEmptyRow(name, typeIdName, format, sizeof(Identifier), 1);
+  row.Create = Identifier::Create;
+  row.Delete = Identifier::Delete;
+  row.Store = Identifier::Store;
+  row.Load = Identifier::Load;
+  row.NullSizeGet = Identifier::NullSizeGet;
+  row.SizeGet = Identifier::SizeGet;
+  row.SizeGetFromMemFile = Identifier::SizeGetFromMemFile;
+  row.Compare = Identifier::Compare;
+  row.Hash = Identifier::Hash;
+  row.ConvertTo = ConvertByPrint<Identifier, Operations>;
+  row.ConvertFrom = ConvertByScan<Identifier, Operations>;
+  row.Constructor = Objects::Constructor;
+  row.Destructor = Objects::Destructor;
+  row.Assignment = Objects::Assignment;
+  row.Copy = Objects::Copy;
+  row.Translate = Identifier::Translate;
+  row.IsNull = Operations::IsNull;
+  row.SetNull = Operations::SetNull;
+  row.PrintToXoString = Identifier::PrintToString;
+  row.ScanFromXoString = Identifier::ScanFromString;
+  row.DefaultValue = NewOrNull<Identifier>;
+  return row;
+}
+
+/// The row of an identifier with a number that can be stepped.
+template <class Identifier>
+constexpr TypeDescriptor MakeNumberedRow(char const* name, char const* typeIdName,
+                                         char const* format) {
+  auto row = MakeIdentifierRow<Identifier>(name, typeIdName, format);
+  row.GetValue = IdentifierOperations<Identifier>::GetValue;
+  return row;
+}
+
+/// What the row of seals has of its own. A seal has no null value.
+struct SealOperations {
+  static int IsNull(void*) { return 0; }
+  static void Print(XoString& out, void* value) { LoadBytes<XoSeal>(value).PrintToXoString(out); }
+  static void Scan(void* value, XoString const& text) {
+    XoSeal seal{};
+    seal.ScanFromXoString(text);
+    StoreBytes(value, seal);
+  }
+  static void SetMissing(void* value) { StoreBytes(value, XoSeal{}); }
+
+  static XoString& PrintSlot(XoString& out, void* value, char const*, unsigned) {
+    return LoadBytes<XoSeal>(value).PrintToXoString(out);
+  }
+  static void* ScanSlot(void* value, XoString& text, char const*, unsigned) {
+    if (value != nullptr) Scan(value, text);
+    return value;
+  }
+  static void* DefaultValue(unsigned count, int) { return ObjectArray<XoSeal>::Create(count); }
+};
+
+constexpr TypeDescriptor MakeSealRow() {
+  using Objects = ObjectArray<XoSeal>;
+  using Records = RecordOperations<SealRecord>;
+  // The format is not used.
+  auto row = MakeEmptyRow("XoSeal", "XoSEAL_T", "noop", sizeof(XoSeal), 1);
+  row.Create = Objects::Create;
+  row.Delete = Objects::Delete;
+  row.Store = Records::Store;
+  row.Load = Records::Load;
+  row.NullSizeGet = Records::NullSizeGet;
+  row.SizeGet = Records::SizeGet;
+  row.SizeGetFromMemFile = Records::SizeGetFromMemFile;
+  row.Compare = XoSeal::Compare;
+  row.Hash = XoSeal::Hash;
+  row.ConvertTo = ConvertByPrint<XoSeal, SealOperations>;
+  row.ConvertFrom = ConvertByScan<XoSeal, SealOperations>;
+  row.Constructor = Objects::Constructor;
+  row.Destructor = Objects::Destructor;
+  row.Assignment = Objects::Assignment;
+  row.Copy = Objects::Copy;
+  row.Translate = Records::Translate;
+  row.PrintToXoString = SealOperations::PrintSlot;
+  row.ScanFromXoString = SealOperations::ScanSlot;
+  row.DefaultValue = SealOperations::DefaultValue;
+  return row;
+}
+
+}  // namespace xo

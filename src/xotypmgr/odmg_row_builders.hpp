@@ -1,0 +1,67 @@
+#pragma once
+
+#include "src/odmg/odmg_rows.hpp"
+#include "src/xotypmgr/row_builders.hpp"
+#include "src/xotypmgr/text_conversions.hpp"
+#include "xotypcmp.hpp"
+
+/// How the rows of the ODMG classes are put together.
+namespace xo {
+
+/// What the four rows share.
+template <int Id, class Value>
+constexpr TypeDescriptor MakeOdmgRow(char const* name, char const* typeIdName, char const* format) {
+  using Objects = ObjectArray<Value>;
+  auto row = MakeEmptyRow(name, typeIdName, format, sizeof(Value), 1);
+  row.Create = Objects::Create;
+  row.Delete = Objects::Delete;
+  row.ConvertTo = PrintToStrings<Id>;
+  row.ConvertFrom = ScanFromStrings<Id>;
+  row.Constructor = Objects::Constructor;
+  row.Destructor = Objects::Destructor;
+  row.Assignment = Objects::Assignment;
+  row.Copy = Objects::Copy;
+  row.PrintToXoString = PrintOdmg<Value>;
+  row.ScanFromXoString = ScanOdmg<Value>;
+  // There is no null value to ask for.
+  row.DefaultValue = [](unsigned count, int) { return Objects::Create(count); };
+  return row;
+}
+
+/// The row of a date, a time or both, which are stored as their fields.
+template <int Id, class Layout, o_u4b (*Fold)(void const*, unsigned char)>
+constexpr TypeDescriptor MakeOdmgRecordRow(char const* name, char const* typeIdName,
+                                           char const* format, XCompare* compare) {
+  using Value = typename Layout::Value;
+  using Storage = TemporalStorage<Layout>;
+  auto row = MakeOdmgRow<Id, Value>(name, typeIdName, format);
+  row.Store = Storage::Store;
+  row.Load = Storage::Load;
+  row.NullSizeGet = Storage::NullSizeGet;
+  row.SizeGet = Storage::SizeGet;
+  row.SizeGetFromMemFile = Storage::SizeGetFromMemFile;
+  row.Compare = compare;
+  row.Hash = HashTemporal<Layout, Fold>;
+  row.Translate = Storage::Translate;
+  row.GetValue = StepOdmg<Value>;
+  return row;
+}
+
+/// The row of intervals, which are stored, ordered and stepped as the numbers that they are.
+template <int Id>
+constexpr TypeDescriptor MakeOdmgIntervalRow(char const* name, char const* typeIdName,
+                                             char const* format) {
+  using Family = OdmgIntervalFamily;
+  using Numbers = ScalarOperations<Family>;
+  auto row = WithSizesOf<Family>(MakeOdmgRow<Id, d_Interval>(name, typeIdName, format));
+  row.Store = Family::kStore;
+  row.Load = Family::kLoad;
+  row.SizeGetFromMemFile = Numbers::SizeGetFromMemFile;
+  row.Compare = FloatCompare;
+  row.Hash = HashScalars<o_float, Family>;
+  row.Translate = Numbers::Translate;
+  row.GetValue = StepValue<o_float>;
+  return row;
+}
+
+}  // namespace xo
