@@ -99,6 +99,9 @@ constexpr std::uint64_t LetterDifference(std::uint64_t a, std::uint64_t b) {
   auto const load = [](KeyOrders const& key, std::size_t at) {
     return LoadBytes<std::uint64_t>(key.orders + at);
   };
+  auto const loadLast = [common](KeyOrders const& key) {
+    return LoadBytes<std::uint64_t>(key.orders + common - 8);
+  };
   auto const place = [](std::uint64_t bits) {
     return static_cast<std::size_t>(std::countr_zero(bits)) / 16 * 2;
   };
@@ -121,10 +124,10 @@ constexpr std::uint64_t LetterDifference(std::uint64_t a, std::uint64_t b) {
   // orders, the block begins in the header of the record, which is shifted out.
   unsigned const before = common < 8 ? static_cast<unsigned>(8 * (8 - common)) : 0;
   std::size_t const start = common < 8 ? 0 : common - 8;
-  std::uint64_t const orders = load(a, common - 8) >> before;
+  std::uint64_t const orders = loadLast(a) >> before;
   if (HasZeroOrder(orders | ~(~std::uint64_t{0} >> before))) [[unlikely]]
     return 0;
-  std::uint64_t const bits = LetterDifference(orders, load(b, common - 8) >> before);
+  std::uint64_t const bits = LetterDifference(orders, loadLast(b) >> before);
   return bits != 0 ? start + place(bits) : common;
 }
 
