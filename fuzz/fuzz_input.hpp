@@ -26,7 +26,10 @@ struct Request {
         format(input.ConsumeIntegral<unsigned char>()),
         count(counts == Counts::kAny && input.ConsumeBool()
                   ? input.ConsumeIntegral<unsigned>()
-                  : input.ConsumeIntegralInRange<unsigned>(0, kMostElements)) {}
+                  : input.ConsumeIntegralInRange<unsigned>(0, kMostElements)) {
+    // These may look at no length.
+    if (IsIdentifier()) count = std::min(count, kMostElements);
+  }
 
   /// A length for an operand: not 0, which means no limit, where the count is a large one.
   unsigned LengthFrom(FuzzedDataProvider& input) const {
@@ -59,7 +62,7 @@ struct Request {
   std::size_t Reach(unsigned length) const {
     std::size_t const width = StepWidth();
     std::size_t const whole = count * width;
-    if (length == 0 || width == 0) return whole;
+    if (length == 0 || width == 0 || IsIdentifier()) return whole;
     return std::min(whole, (length + width - 1) / width * width);
   }
 
