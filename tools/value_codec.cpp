@@ -24,8 +24,9 @@ class ScalarCodec : public ValueCodec {
     if (!HasDiskForm(manager, type)) {
       throw Trouble(fmt::format("values of type {} have no disk form yet", TypeName(type)));
     }
-    width = manager.DiskLenGet(type, nullptr, format, 1, FormMemory);
     scalar = FindScalarText(type);
+    // Only types of fixed width tell it without a value.
+    if (scalar != nullptr) width = manager.DiskLenGet(type, nullptr, format, 1, FormMemory);
     if (scalar == nullptr || width > kWidestValue) {
       throw Trouble(fmt::format("values of type {} cannot be read from text yet", TypeName(type)));
     }

@@ -1,7 +1,7 @@
 #include "base/clock.hpp"
 #include "src/odmg/conversion.hpp"
 #include "src/xodate/clock_fields.hpp"
-#include "src/xodate/temporal_format.hpp"
+#include "src/xodate/temporal_text.hpp"
 #include "xoodmg.hpp"
 
 using namespace xo;
@@ -156,7 +156,7 @@ int operator!=(d_Date const& a, d_Date const& b) { return a.getAbsDate() - b.get
 
 XoString& d_Date::PrintToXoString(XoString& out, char const* format) const {
   XoDateTime const record(XoDate(yearField, monthField, dayField), XoTime(0, 0, 0));
-  return PrintTemporal(out, XoDateTimeN(record, 0), format != nullptr ? format : kFormat);
+  return PrintValue(out, XoDateTimeN(record, 0), format != nullptr ? format : kFormat);
 }
 
 d_Date* d_Date::ScanFromXoString(XoString& in, char const* format) {

@@ -1,5 +1,5 @@
 #include "src/odmg/conversion.hpp"
-#include "src/xodate/temporal_format.hpp"
+#include "src/xodate/temporal_text.hpp"
 #include "xoodmg.hpp"
 
 using namespace xo;
@@ -40,8 +40,8 @@ XoString& d_Interval::PrintToXoString(XoString& out, char const* format) const {
   // Days beyond the field are cut like everything that is too long.
   XoDate const days(0, 1, day());
   XoTime const time(hour(), minute(), static_cast<int>(Truncated(second())));
-  return PrintTemporal(out, XoDateTimeN(XoDateTime(days, time), 0),
-                       format != nullptr ? format : "%e days, %I hours, %M minutes, %S seconds");
+  return PrintValue(out, XoDateTimeN(XoDateTime(days, time), 0),
+                    format != nullptr ? format : "%e days, %I hours, %M minutes, %S seconds");
 }
 
 d_Interval* d_Interval::ScanFromXoString(XoString& in, char const* format) {

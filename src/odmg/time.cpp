@@ -1,7 +1,7 @@
 #include "base/clock.hpp"
 #include "src/odmg/conversion.hpp"
 #include "src/xodate/clock_fields.hpp"
-#include "src/xodate/temporal_format.hpp"
+#include "src/xodate/temporal_text.hpp"
 #include "xoodmg.hpp"
 
 using namespace xo;
@@ -156,7 +156,7 @@ XoTime d_Time::Shown() const {
 
 XoString& d_Time::PrintToXoString(XoString& out, char const* format) const {
   XoDateTime const record(XoDate(0, 1, 1), Shown());
-  return PrintTemporal(out, XoDateTimeN(record, 0), format != nullptr ? format : kFormat);
+  return PrintValue(out, XoDateTimeN(record, 0), format != nullptr ? format : kFormat);
 }
 
 d_Time* d_Time::ScanFromXoString(XoString& in, char const* format) {
@@ -226,8 +226,8 @@ int operator!=(d_Timestamp const& a, d_Timestamp const& b) {
 XoString& d_Timestamp::PrintToXoString(XoString& out, char const* format) const {
   XoDateTime const record(XoDate(dateField.yearField, dateField.monthField, dateField.dayField),
                           timeField.Shown());
-  return PrintTemporal(out, XoDateTimeN(record, 0),
-                       format != nullptr ? format : "%a %b %e %I:%M:%S %p");
+  return PrintValue(out, XoDateTimeN(record, 0),
+                    format != nullptr ? format : "%a %b %e %I:%M:%S %p");
 }
 
 d_Timestamp* d_Timestamp::ScanFromXoString(XoString& in, char const* format) {
