@@ -45,7 +45,7 @@ class XoTime : public xo::ValueSetters<XoTime> {
   // shift of 128 hours or more can overflow before it is wrapped, and midnight less an exact number
   // of days is hour 24.
   constexpr XoTime operator+(int seconds) const;
-  constexpr XoTime operator-(int seconds) const { return *this + xo::Wrap32(-o_8b{seconds}); }
+  constexpr XoTime operator-(int seconds) const { return *this + xo::WrappingNegation(seconds); }
   constexpr XoTime operator-(XoTime const& other) const { return *this - static_cast<int>(other); }
   constexpr XoTime& operator+=(int seconds) { return *this = *this + seconds; }
   constexpr XoTime& operator-=(int seconds) { return *this = *this - seconds; }

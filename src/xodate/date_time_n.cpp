@@ -23,5 +23,5 @@ int XoDateTimeN::ToLocalTime() {
 }
 
 int XoDateTimeN::ToUTCTime() {
-  return xo::ShiftByZone([this](int minutes) { AddMinutes(xo::Wrap32(-o_8b{minutes})); });
+  return xo::ShiftByZone([this](int minutes) { AddMinutes(xo::WrappingNegation(minutes)); });
 }

@@ -69,7 +69,7 @@ TEST_F(TimeRandom, AnyFieldsAndAnyShiftFollowTheSteps) {
                           INT_MIN, INT_MAX, INT_MIN + 1};
     for (int n : shifts) {
       ASSERT_EQ(time + n, Steps(time, n)) << n;
-      ASSERT_EQ(time - n, Steps(time, static_cast<int>(0U - static_cast<unsigned>(n)))) << n;
+      ASSERT_EQ(time - n, Steps(time, n == INT_MIN ? n : -n)) << n;
     }
   }
 }
