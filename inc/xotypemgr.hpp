@@ -27,6 +27,7 @@
 #include "xodatetime.hpp"
 #include "xodatetimen.hpp"
 #include "xoidentifiers.hpp"
+#include "xoidxbounds.hpp"
 #include "xoint64.hpp"
 #include "xoistring.hpp"
 #include "xomodule.hpp"
@@ -117,9 +118,19 @@ class XO_EXPORT XoTypeMgr {
   unsigned Translate(char type, void* target, unsigned char targetFormat, unsigned targetLength,
                      void* source, unsigned char sourceFormat, unsigned sourceLength,
                      unsigned count) const;
-  /// Share of an index that a predicate selects, with the bounds to scan between.
-  float EvalAndBound(char type, XoIdxBounds* bounds, unsigned short& op, void* value,
-                     unsigned char format, unsigned length, void* range, XoEvalData* data) const;
+  /// The estimated share of an index that a predicate selects, and the bounds to scan between.
+  ///
+  /// `range` holds the lowest and the highest key of the index, stored in `format`; null, or with a
+  /// null end, means that nothing is known. `op` is the relation of the keys to the `count` elements
+  /// at `value`, which are in `format` as well (`kXoBoundEqual` and its kind), for texts together
+  /// with the option bits of the comparison; types with wildcards give it back changed. `bounds`
+  /// points to the `XoIdxBounds` to fill, or is null. `data` is not read.
+  ///
+  /// The estimate assumes that keys spread evenly between the two ends of the index. Records of
+  /// texts, `range` and `bounds` among them, are written to while they are evaluated and put back:
+  /// keys on a shared page are to be copied first.
+  float EvalAndBound(char type, XoIdxBounds* range, unsigned short& op, void* value,
+                     unsigned char format, unsigned count, void* bounds, XoEvalData* data) const;
   /// Not zero when the value in memory is null.
   int IsNullValue(char type, void* value) const;
 

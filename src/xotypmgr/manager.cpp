@@ -84,10 +84,10 @@ unsigned XoTypeMgr::Translate(char type, void* target, unsigned char targetForma
                              count);
 }
 
-float XoTypeMgr::EvalAndBound(char type, XoIdxBounds* bounds, unsigned short& op, void* value,
-                              unsigned char format, unsigned length, void* range,
+float XoTypeMgr::EvalAndBound(char type, XoIdxBounds* range, unsigned short& op, void* value,
+                              unsigned char format, unsigned count, void* bounds,
                               XoEvalData* data) const {
-  return Row(type).EvalAndBound(bounds, op, value, format, length, range, data);
+  return Row(type).EvalAndBound(range, op, value, format, count, bounds, data);
 }
 
 int XoTypeMgr::IsNullValue(char type, void* value) const { return Row(type).IsNull(value); }

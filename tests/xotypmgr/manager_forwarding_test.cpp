@@ -134,16 +134,16 @@ TEST_F(Forwarding, Translate) {
 }
 
 TEST_F(Forwarding, EvalAndBound) {
-  row->EvalAndBound = [](XoIdxBounds* bounds, unsigned short& op, void* value, unsigned char format,
-                         unsigned length, void* range, XoEvalData* data) {
-    seen = WordsOf(bounds, &op, value, format, length, range, data);
+  row->EvalAndBound = [](XoIdxBounds* range, unsigned short& op, void* value, unsigned char format,
+                         unsigned count, void* bounds, XoEvalData* data) {
+    seen = WordsOf(range, &op, value, format, count, bounds, data);
     op = 8;
     return 0.25f;
   };
   unsigned short op = 7;
-  auto* const bounds = reinterpret_cast<XoIdxBounds*>(&third);
+  auto* const range = reinterpret_cast<XoIdxBounds*>(&third);
   auto* const data = reinterpret_cast<XoEvalData*>(&fourth);
-  EXPECT_EQ(manager.EvalAndBound(kId, bounds, op, &first, 0x81, 66, &second, data), 0.25f);
+  EXPECT_EQ(manager.EvalAndBound(kId, range, op, &first, 0x81, 66, &second, data), 0.25f);
   EXPECT_EQ(seen, WordsOf(&third, &op, &first, 0x81, 66, &second, &fourth));
   EXPECT_EQ(op, 8);
 }
