@@ -1,5 +1,6 @@
 #include "bench/hand_written.hpp"
 
+#include <algorithm>
 #include <cstring>
 
 namespace {
@@ -53,4 +54,28 @@ int CompareDates(unsigned char, unsigned, void* buf1, unsigned, void* buf2, unsi
     if (int const order = CompareDateFields(a + 4 * index, b + 4 * index); order != 0) return order;
   }
   return 0;
+}
+
+int CompareSixBytes(unsigned char, unsigned, void* buf1, unsigned, void* buf2, unsigned short,
+                    unsigned, int& status) {
+  status = 0;
+  return std::memcmp(buf1, buf2, 6);
+}
+
+int CompareTenBytes(unsigned char, unsigned, void* buf1, unsigned, void* buf2, unsigned short,
+                    unsigned, int& status) {
+  status = 0;
+  return std::memcmp(buf1, buf2, 10);
+}
+
+int CompareFourteenBytes(unsigned char, unsigned, void* buf1, unsigned, void* buf2, unsigned short,
+                         unsigned, int& status) {
+  status = 0;
+  return std::memcmp(buf1, buf2, 14);
+}
+
+int CompareShorterBytes(unsigned char, unsigned len1, void* buf1, unsigned len2, void* buf2,
+                        unsigned short, unsigned, int& status) {
+  status = 0;
+  return std::memcmp(buf1, buf2, std::min(len1, len2));
 }

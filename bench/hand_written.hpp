@@ -9,3 +9,8 @@ XCompare CompareOneLongLong;
 XCompare CompareOneDate;
 /// Dates one by one, field by field.
 XCompare CompareDates;
+/// Bytes as they lie, by memcmp; of records of one width, or of two that tell their lengths.
+XCompare CompareSixBytes;
+XCompare CompareTenBytes;
+XCompare CompareFourteenBytes;
+XCompare CompareShorterBytes;
