@@ -351,6 +351,36 @@ int WeightedText<Text>::SubStringPos(Text const& other) const {
   return found != nullptr ? static_cast<int>(found - text) : -1;
 }
 
+namespace {
+
+/// What no difference of weights is.
+constexpr int kUndecided = 256;
+
+/// The order of two texts of characters, where it shows before the first pair of different
+/// characters of one first weight that has a second one; without readers, as most texts need none.
+/// Equal characters have equal weights, in sides that count the same. A text that goes on for as
+/// many characters as might be too many weights is left undecided as well.
+template <class Text>
+int CharacterOrder(char const* a, char const* b) {
+  constexpr unsigned kMost = kToTheEnd / 2;
+  WeightTable const& weights = WeightRules<Text>::kWeights;
+  for (unsigned place = 0; place < kMost; ++place) {
+    auto const byteA = static_cast<unsigned char>(a[place]);
+    auto const byteB = static_cast<unsigned char>(b[place]);
+    if (byteA == byteB) {
+      if (byteA == 0) return 0;
+      continue;
+    }
+    ByteWeights const& ofA = weights[byteA];
+    ByteWeights const& ofB = weights[byteB];
+    if (ofA.first != ofB.first) return ofA.first - ofB.first;
+    if (std::max(ofA.second, ofB.second) >= kLeastSecondWeight) return kUndecided;
+  }
+  return kUndecided;
+}
+
+}  // namespace
+
 template <class Text>
 int WeightedText<Text>::WeightCompare(char const* a, char const* b, unsigned short count,
                                       unsigned char flagA, unsigned char flagB) {
@@ -358,6 +388,11 @@ int WeightedText<Text>::WeightCompare(char const* a, char const* b, unsigned sho
   if (b == nullptr) return 1;
   if (*a == 0 || *b == 0) {
     return static_cast<unsigned char>(*a) - static_cast<unsigned char>(*b);
+  }
+  if (count == 0 && ((flagA | flagB) & kIsWeighted) == 0 &&
+      ((flagA ^ flagB) & kFirstWeightsOnly) == 0) {
+    int const order = CharacterOrder<Text>(a, b);
+    if (order != kUndecided) return order;
   }
   WeightReader<Text> readerA(a, flagA);
   WeightReader<Text> readerB(b, flagB);

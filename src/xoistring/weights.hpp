@@ -153,14 +153,26 @@ class WeightReader {
 /// number, those without room included. Of a pair the first may be the last that is written.
 template <class Text>
 std::size_t MapToWeights(char const* bytes, std::size_t size, char* target, std::size_t room) {
+  WeightTable const& table = WeightRules<Text>::kWeights;
   std::size_t count = 0;
+  std::size_t index = 0;
+  // As long as there is room for two weights of each byte that is left, none is asked for.
+  if (size <= room / 2) {
+    for (; index < size; ++index) {
+      ByteWeights const weights = table[static_cast<unsigned char>(bytes[index])];
+      target[count] = static_cast<char>(weights.first);
+      bool const isPair = weights.second >= kLeastSecondWeight;
+      target[count + 1] = static_cast<char>(isPair ? weights.second : 0);
+      count += isPair ? 2 : 1;
+    }
+    return count;
+  }
   auto const put = [&](unsigned char weight) {
     if (count < room) target[count] = static_cast<char>(weight);
     ++count;
   };
-  for (std::size_t index = 0; index < size; ++index) {
-    ByteWeights const& weights =
-        WeightRules<Text>::kWeights[static_cast<unsigned char>(bytes[index])];
+  for (; index < size; ++index) {
+    ByteWeights const weights = table[static_cast<unsigned char>(bytes[index])];
     put(weights.first);
     if (weights.second >= kLeastSecondWeight) put(weights.second);
   }

@@ -1,4 +1,6 @@
 #include <algorithm>
+#include <bit>
+#include <cstdint>
 #include <cstring>
 
 #include "src/xoistring/weights.hpp"
@@ -267,11 +269,63 @@ class InlineComparison {
   int& status;
 };
 
+/// What no difference of bytes is.
+constexpr int kUndecided = 256;
+
+/// A stored text of which all is there, for the comparison of keys as they lie.
+struct WholeKey {
+  unsigned char const* bytes = nullptr;
+  std::size_t size = 0;
+
+  /// Without bytes where the record is no key, or not all there.
+  WholeKey(void const* record, unsigned length, unsigned char nibble) {
+    if (length != 0 && length < kInlineHeaderBytes) return;
+    auto const* const at = static_cast<unsigned char const*>(record);
+    if ((at[0] & kInlineKey) == 0) return;
+    size = nibble == FormBig ? at[1] << 8 | at[2] : at[1] | at[2] << 8;
+    if (size + kInlineHeaderBytes <= LimitOf(length)) bytes = at + kInlineHeaderBytes;
+  }
+};
+
+/// A byte of each zero byte of `word` is set, and of no byte before the first.
+constexpr std::uint64_t ZeroBytes(std::uint64_t word) {
+  return (word - 0x0101010101010101u) & ~word & 0x8080808080808080u;
+}
+
+/// `BinaryCompare` of two keys that are all there, which most are, where it shows before the end of
+/// the shorter one.
+int WholeKeyOrder(WholeKey const& a, WholeKey const& b) {
+  if (a.bytes == nullptr || b.bytes == nullptr) return kUndecided;
+  std::size_t const size = std::min(a.size, b.size);
+  std::size_t place = 0;
+  if constexpr (std::endian::native == std::endian::little) {
+    for (; place + sizeof(std::uint64_t) <= size; place += sizeof(std::uint64_t)) {
+      auto const wordA = LoadBytes<std::uint64_t>(a.bytes + place);
+      auto const wordB = LoadBytes<std::uint64_t>(b.bytes + place);
+      // The first byte of which this is not zero ends the comparison.
+      std::uint64_t const ends = (wordA ^ wordB) | ZeroBytes(wordA);
+      if (ends == 0) continue;
+      place += static_cast<unsigned>(std::countr_zero(ends)) / 8;
+      return a.bytes[place] - b.bytes[place];
+    }
+  }
+  for (; place < size; ++place) {
+    int const difference = a.bytes[place] - b.bytes[place];
+    if (difference != 0 || a.bytes[place] == 0) return difference;
+  }
+  return kUndecided;
+}
+
 template <class Text>
 int CompareInline(unsigned char format, unsigned len1, void const* buf1, unsigned len2,
                   void const* buf2, unsigned short cmpOp, unsigned count, int& status) {
   status = 0;
   if (count == 0) return 0;
+  if (count == 1 && format != FormMemory && (cmpOp & kNoPatternBits) != 0) {
+    unsigned char const nibble = FormNibble(format);
+    int const order = WholeKeyOrder({buf1, len1, nibble}, {buf2, len2, nibble});
+    if (order != kUndecided) return order;
+  }
   InlineReader<Text> first(buf1, len1, format);
   InlineReader<Text> second(buf2, len2, format);
   if (second.IsTooLong()) {

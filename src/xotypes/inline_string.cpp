@@ -31,6 +31,19 @@ void WriteHeader(BoundedTarget& target, unsigned char tag, std::size_t payload,
   target.WriteUnit(static_cast<unsigned short>(payload), nibble);
 }
 
+/// Writes as much of a header as `room` takes.
+void WriteHeader(void* target, unsigned room, unsigned char tag, std::size_t payload,
+                 unsigned char nibble) {
+  if (room >= kInlineHeaderBytes) {
+    auto* const bytes = static_cast<unsigned char*>(target);
+    bytes[0] = tag;
+    StoreBytes(bytes + 1, InByteOrder(static_cast<unsigned short>(payload), nibble));
+    return;
+  }
+  BoundedTarget bounded(target, room);
+  WriteHeader(bounded, tag, payload, nibble);
+}
+
 /// The tag of plain text under a format. The two classes look at different bits of it.
 template <class Text>
 unsigned char TagUnder(unsigned char format) {
@@ -118,8 +131,7 @@ unsigned KeyOfStored(void* target, unsigned char format, unsigned room, void con
   std::size_t const count =
       bytes != 0 ? MapToWeights<Text>(TextsOf(source), bytes, weights, fits) : 0;
   if (weights != nullptr) weights[fits] = 0;
-  BoundedTarget header(target, std::min(room, kInlineHeaderBytes));
-  WriteHeader(header, tag | kInlineKeyBits, count, FormNibble(format));
+  WriteHeader(target, room, tag | kInlineKeyBits, count, FormNibble(format));
   // The two classes count the closing zero differently.
   unsigned const besides = kInlineHeaderBytes + (WeightRules<Text>::kFoldsCase ? 1 : 0);
   return static_cast<unsigned>(std::min(count, fits)) + besides;
@@ -141,8 +153,7 @@ unsigned KeyOfText(void* target, unsigned char format, unsigned room, Text const
     }
   }
   std::size_t const payload = std::min(count, fits) + 1;
-  BoundedTarget header(target, std::min(room, kInlineHeaderBytes));
-  WriteHeader(header, kInlineKeyBits, payload, FormNibble(format));
+  WriteHeader(target, room, kInlineKeyBits, payload, FormNibble(format));
   return static_cast<unsigned>(payload) + kInlineHeaderBytes;
 }
 

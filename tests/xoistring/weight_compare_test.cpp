@@ -165,6 +165,18 @@ TYPED_TEST(WeightCompare, AgreesWithASlowLoopOnTexts) {
   }
 }
 
+TYPED_TEST(WeightCompare, NoCountGivesTheResultOfTheLargestCount) {
+  for (int round = 0; round < 200000; ++round) {
+    std::string const shared = this->AnyText(12);
+    std::string const a = shared + this->AnyText(6), b = shared + this->AnyText(6);
+    unsigned char const flag = this->OneIn(4) ? kFirstWeightsOnly : 0;
+    unsigned char const other = this->OneIn(4) ? kFirstWeightsOnly : 0;
+    ASSERT_EQ(TypeParam::WeightCompare(a.c_str(), b.c_str(), 0, flag, other),
+              TypeParam::WeightCompare(a.c_str(), b.c_str(), 65535, flag, other))
+        << ::testing::PrintToString(a) << ' ' << ::testing::PrintToString(b);
+  }
+}
+
 TYPED_TEST(WeightCompare, OrdersTextsTotally) {
   for (int round = 0; round < 5000; ++round) {
     TypeParam const a(this->AnyText(5).c_str()), b(this->AnyText(5).c_str()),
