@@ -282,7 +282,7 @@ struct WholeKey {
     if (length != 0 && length < kInlineHeaderBytes) return;
     auto const* const at = static_cast<unsigned char const*>(record);
     if ((at[0] & kInlineKey) == 0) return;
-    size = nibble == FormBig ? at[1] << 8 | at[2] : at[1] | at[2] << 8;
+    size = InByteOrder(static_cast<unsigned short>(at[1] | at[2] << 8), nibble);
     if (size + kInlineHeaderBytes <= LimitOf(length)) bytes = at + kInlineHeaderBytes;
   }
 };
