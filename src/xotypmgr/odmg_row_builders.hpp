@@ -58,6 +58,7 @@ constexpr TypeDescriptor MakeOdmgIntervalRow(char const* name, char const* typeI
   row.Load = Family::kLoad;
   row.SizeGetFromMemFile = Numbers::SizeGetFromMemFile;
   row.Compare = FloatCompare;
+  row.EvalAndBound = EvaluateNumber<o_float, FloatFamily>;
   row.Hash = HashScalars<o_float, Family>;
   row.Translate = Numbers::Translate;
   row.GetValue = StepValue<o_float>;

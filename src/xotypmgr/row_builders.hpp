@@ -12,6 +12,7 @@
 #include "src/xotypes/scalar_hash.hpp"
 #include "src/xotypes/scalar_operations.hpp"
 #include "src/xotypes/scalar_step.hpp"
+#include "src/xotypevl/number_bounds.hpp"
 #include "xotypes.hpp"
 
 /// How rows of the table are stamped.
@@ -139,6 +140,7 @@ constexpr TypeDescriptor MakeScalarRow(char const* name, char const* typeIdName,
   using Operations = ScalarOperations<Family>;
   auto row = WithArraysAndText<Operations, NumberText<Value>>(
       MakeFixedRow<Traits>(name, typeIdName, format));
+  row.EvalAndBound = EvaluateNumber<Value, Family>;
   row.Hash = HashScalars<Value, Family>;
   row.DefaultValue = Operations::DefaultValue;
   row.GetValue = StepValue<Value>;
@@ -152,6 +154,7 @@ constexpr TypeDescriptor MakeInt64Row(char const* name, char const* typeIdName,
   using Array = ObjectArray<XoInt64>;
   auto row =
       WithArraysAndText<Array, NumberText<XoInt64>>(MakeFixedRow<Traits>(name, typeIdName, format));
+  row.EvalAndBound = EvaluateNumber<XoInt64, Int64Family>;
   row.Hash = HashScalars<XoInt64, Int64Family>;
   // New elements are 0, which is the default.
   row.DefaultValue = [](unsigned count, int) { return Array::Create(count); };
@@ -165,6 +168,7 @@ constexpr TypeDescriptor MakeBooleanRow(char const* name, char const* typeIdName
                                         char const* format) {
   using Array = ObjectArray<XoBoolean>;
   auto row = WithArraysAndText<Array, BooleanText>(MakeFixedRow<Traits>(name, typeIdName, format));
+  row.EvalAndBound = EvaluateBoolean;
   // A byte that is read in place counts with its sign, a decoded one does not: nulls hash apart.
   row.Hash = HashScalars<o_char, CharFamily, o_u1b>;
   row.IsNull = IsNullBoolean;
