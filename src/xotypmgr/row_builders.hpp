@@ -12,6 +12,7 @@
 #include "src/xotypes/scalar_hash.hpp"
 #include "src/xotypes/scalar_operations.hpp"
 #include "src/xotypes/scalar_step.hpp"
+#include "src/xotypevl/null_bounds.hpp"
 #include "src/xotypevl/number_bounds.hpp"
 #include "xotypes.hpp"
 
@@ -195,6 +196,7 @@ constexpr TypeDescriptor MakeNullRow(char const* name, char const* typeIdName, c
   using Array = ObjectArray<Element>;
   auto row = WithArraysAndText<Array, typename Operations::Text>(
       MakeFixedRow<NullTraits<Element, Plain>>(name, typeIdName, format));
+  row.EvalAndBound = EvaluateNullNumber<Element, Plain>;
   row.Hash = Operations::Hash;
   row.Constructor = Operations::Constructor;
   row.Copy = Operations::Copy;

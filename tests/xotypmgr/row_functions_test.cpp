@@ -261,7 +261,8 @@ TEST(IllegalRow, AnswersForRowsWithNoOperationsYet) {
 }
 
 TEST(RowFunctions, NumbersTellTheirBounds) {
-  std::set<int> const numbers = {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 14, 25, 26, 27, 42, 43};
+  std::set<int> const numbers = {0,  1,  2,  3,  4,  5,  6,  7,  8,  9,  10, 14, 25, 26, 27,
+                                 28, 29, 30, 31, 32, 33, 34, 35, 36, 37, 38, 42, 43, 44, 45};
   for (int id : numbers) EXPECT_NE(Row(id).EvalAndBound, Row(kIllegalRow).EvalAndBound) << id;
 }
 
