@@ -254,6 +254,52 @@ TEST_F(ReplacedProvider, DecodingComparisonsGoThroughTheHelperOfTheType) {
   }
 }
 
+TEST_F(ReplacedProvider, BoundsAreReadByTheHelperWhereMoreThanBytesAreSwapped) {
+  struct {
+    char type;
+    std::vector<Call> calls;
+  } const expected[] = {
+      {Xo1B_T, {}},
+      {Xo2B_T, {}},
+      {Xo4B_T, {}},
+      {XoBLOCKID_T, {}},
+      {XoU8B_T, {}},
+      {XoINT_T, {{"IntLoad", 2, 1}, {"IntLoad", 2, 1}, {"IntLoad", 2, 1}}},
+      {XoUNSIGNED_T, {{"IntLoad", 2, 1}, {"IntLoad", 2, 1}, {"IntLoad", 2, 1}}},
+      {XoFLOAT_T,
+       {{"FloatStore", 2, 1},
+        {"FloatStore", 2, 1},
+        {"FloatStore", 2, 1},
+        {"FloatSizeGet", 130, 1}}},
+      {XoDOUBLE_T,
+       {{"DoubleStore", 2, 1},
+        {"DoubleStore", 2, 1},
+        {"DoubleStore", 2, 1},
+        {"DoubleSizeGet", 130, 1}}},
+      {XoINT64_T, {{"LongStore", 2, 2}, {"LongStore", 2, 2}, {"LongStore", 2, 2}}},
+  };
+  XoIdxBounds range;
+  range.low = a;
+  range.high = b;
+  for (auto const& row : expected) {
+    calls.clear();
+    unsigned short op = 1;
+    manager.EvalAndBound(row.type, &range, op, a, 0x82, 1, nullptr, nullptr);
+    EXPECT_EQ(calls, row.calls) << int{row.type};
+  }
+  EXPECT_EQ(lastQuestion.data, nullptr);
+  EXPECT_EQ(lastQuestion.dataFormat, FormMemory);
+}
+
+TEST_F(ReplacedProvider, ABoundOfIntegersHasTheirWidthInMemory) {
+  XoIdxBounds bounds;
+  unsigned short op = 1;
+  manager.EvalAndBound(XoINT_T, nullptr, op, a, FormBig, 2, &bounds, nullptr);
+  EXPECT_EQ(bounds.lowLen, 8);
+  EXPECT_EQ(std::memcmp(bounds.low, a, 8), 0);
+  ReleaseBounds(bounds);
+}
+
 TEST_F(ReplacedProvider, TranslateStoresUnderTheNibbleAndLoadsUnderTheWholeByte) {
   unsigned char target[16];
   manager.Translate(Xo4B_T, target, 0x82, 0, a, FormMemory, 0, 2);
