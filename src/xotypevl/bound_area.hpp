@@ -3,7 +3,14 @@
 #include <cmath>
 #include <limits>
 
+#include "xoidxbounds.hpp"
+
 namespace xo {
+
+/// Whether both ends of an index are known.
+inline bool HasBothEnds(XoIdxBounds const* range) {
+  return range != nullptr && range->low != nullptr && range->high != nullptr;
+}
 
 inline constexpr double kLargestDouble = std::numeric_limits<double>::max();
 

@@ -5,6 +5,7 @@
 
 #include "src/xoint64/int64_family.hpp"
 #include "src/xotypes/scalar_family.hpp"
+#include "src/xotypevl/bound_area.hpp"
 #include "xoidxbounds.hpp"
 #include "xotypes.hpp"
 
@@ -15,11 +16,6 @@ namespace xo {
 
 /// The step between two keys that numbers are estimated by, fractions included.
 inline constexpr double kNumberStep = 1.0;
-
-/// Whether both ends of an index are known.
-inline bool HasBothEnds(XoIdxBounds const* range) {
-  return range != nullptr && range->low != nullptr && range->high != nullptr;
-}
 
 // The share that keys of the measure `area` have of an index from `low` to `high`. It is never a
 // NaN. No area is no share, also where the ends of the index are in the wrong order.

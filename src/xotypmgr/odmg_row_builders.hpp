@@ -31,7 +31,8 @@ constexpr TypeDescriptor MakeOdmgRow(char const* name, char const* typeIdName, c
 /// The row of a date, a time or both, which are stored as their fields.
 template <int Id, class Layout, o_u4b (*Fold)(void const*, unsigned char)>
 constexpr TypeDescriptor MakeOdmgRecordRow(char const* name, char const* typeIdName,
-                                           char const* format, XCompare* compare) {
+                                           char const* format, XCompare* compare,
+                                           TypeDescriptor::EvalAndBoundFunction* evalAndBound) {
   using Value = typename Layout::Value;
   using Storage = TemporalStorage<Layout>;
   auto row = MakeOdmgRow<Id, Value>(name, typeIdName, format);
@@ -41,6 +42,7 @@ constexpr TypeDescriptor MakeOdmgRecordRow(char const* name, char const* typeIdN
   row.SizeGet = Storage::SizeGet;
   row.SizeGetFromMemFile = Storage::SizeGetFromMemFile;
   row.Compare = compare;
+  row.EvalAndBound = evalAndBound;
   row.Hash = HashTemporal<Layout, Fold>;
   row.Translate = Storage::Translate;
   row.GetValue = StepOdmg<Value>;

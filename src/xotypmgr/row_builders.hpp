@@ -210,7 +210,8 @@ constexpr TypeDescriptor MakeNullRow(char const* name, char const* typeIdName, c
 /// The row of a temporal class, which follows from its layout. Elements own no storage.
 template <class Layout, XoTypeId kRow>
 constexpr TypeDescriptor MakeTemporalRow(char const* name, char const* typeIdName,
-                                         char const* format, XCompare* compare) {
+                                         char const* format, XCompare* compare,
+                                         TypeDescriptor::EvalAndBoundFunction* evalAndBound) {
   using Value = typename Layout::Value;
   using Objects = ObjectArray<Value>;
   using Storage = TemporalStorage<Layout>;
@@ -223,6 +224,7 @@ constexpr TypeDescriptor MakeTemporalRow(char const* name, char const* typeIdNam
   row.SizeGet = Storage::SizeGet;
   row.SizeGetFromMemFile = Storage::SizeGetFromMemFile;
   row.Compare = compare;
+  row.EvalAndBound = evalAndBound;
   row.Hash = HashTemporal<Layout>;
   row.ConvertTo = ConvertTemporalToStrings<Value, kRow>;
   row.ConvertFrom = ConvertTemporalFromStrings<Value, kRow>;

@@ -1,3 +1,5 @@
+#include "src/xotypevl/odmg_bounds.hpp"
+#include "src/xotypevl/temporal_bounds.hpp"
 #include "src/xotypmgr/blob_row_builder.hpp"
 #include "src/xotypmgr/identifier_row_builders.hpp"
 #include "src/xotypmgr/odmg_row_builders.hpp"
@@ -62,10 +64,10 @@ constinit TypeDescriptor unsignedRow = MakeScalarRow<Unsigned>("unsigned", "XoUN
 constinit TypeDescriptor enumRow = WithoutGetValue(MakeScalarRow<Int>("enum", "XoENUM_T", "%d"));
 constinit TypeDescriptor byteRow = MakeScalarRow<Byte>("o_u1b", "XoU1B_T", "%c");
 constinit TypeDescriptor stringRow = MakeStringRow();
-constinit TypeDescriptor dateRow =
-    MakeTemporalRow<DateLayout, XoDATE_T>("XoDate", "XoDATE_T", "%a %e.%b %Y", XoDateCompare);
-constinit TypeDescriptor timeRow =
-    MakeTemporalRow<TimeLayout, XoTIME_T>("XoTime", "XoTIME_T", "%I:%M:%S %p", XoTimeCompare);
+constinit TypeDescriptor dateRow = MakeTemporalRow<DateLayout, XoDATE_T>(
+    "XoDate", "XoDATE_T", "%a %e.%b %Y", XoDateCompare, EvaluateDate);
+constinit TypeDescriptor timeRow = MakeTemporalRow<TimeLayout, XoTIME_T>(
+    "XoTime", "XoTIME_T", "%I:%M:%S %p", XoTimeCompare, EvaluateTime);
 constinit TypeDescriptor blockIdRow = MakeScalarRow<Dword>("BlockId", "XoBLOCKID_T", "#%lu");
 constinit TypeDescriptor objectIdRow =
     MakeNumberedRow<XoObjId>("XoObjId", "XoOBJID_T", "(%H-%L#%B)");
@@ -75,7 +77,7 @@ constinit TypeDescriptor referenceRow =
     MakeNumberedRow<XoRef>("XoRef", "XoREF_T", "(%D:%H-%L#%B, %C)");
 constinit TypeDescriptor blobRow = MakeBlobRow();
 constinit TypeDescriptor dateTimeRow = MakeTemporalRow<DateTimeLayout, XoDATIME_T>(
-    "XoDateTime", "XoDATIME_T", "%a %e.%b %Y %I:%M:%S %p", XoDateTimeCompare);
+    "XoDateTime", "XoDATIME_T", "%a %e.%b %Y %I:%M:%S %p", XoDateTimeCompare, EvaluateDateTime);
 constinit TypeDescriptor weightedStringRow =
     MakeInlineStringRow<XoIString>("XoIString", "XoISTRING_T", XoIStringCompare,
                                    XoIStringConvertToXoString, XoIStringConvertFromXoString);
@@ -83,12 +85,13 @@ constinit TypeDescriptor weightedCaseStringRow = MakeInlineStringRow<XoCaseIStri
     "XoCaseIString", "XoCASEISTRING_T", XoCaseIStringCompare, XoCaseIStringConvertToXoString,
     XoCaseIStringConvertFromXoString);
 constinit TypeDescriptor odmgDateRow = MakeOdmgRecordRow<D_DATE_T, OdmgDateLayout, FoldOdmgDate>(
-    "d_Date", "D_DATE_T", "%a %b %e", d_DateCompare);
+    "d_Date", "D_DATE_T", "%a %b %e", d_DateCompare, EvaluateOdmgDate);
 constinit TypeDescriptor odmgTimeRow = MakeOdmgRecordRow<D_TIME_T, OdmgTimeLayout, FoldOdmgTime>(
-    "d_Time", "D_TIME_T", "%I:%M:%S %p", d_TimeCompare);
+    "d_Time", "D_TIME_T", "%I:%M:%S %p", d_TimeCompare, EvaluateOdmgTime);
 constinit TypeDescriptor odmgTimestampRow =
     MakeOdmgRecordRow<D_TIMESTAMP_T, OdmgTimestampLayout, FoldOdmgTimestamp>(
-        "d_Timestamp", "D_TIMESTAMP_T", "%a %b %e %I:%M:%S %p", d_TimestampCompare);
+        "d_Timestamp", "D_TIMESTAMP_T", "%a %b %e %I:%M:%S %p", d_TimestampCompare,
+        EvaluateOdmgTimestamp);
 constinit TypeDescriptor odmgIntervalRow = MakeOdmgIntervalRow<D_INTERVAL_T>(
     "d_Interval", "D_INTERVAL_T", "%e days, %I hours, %M minutes, %S seconds");
 constinit TypeDescriptor int64Row = MakeInt64Row<Int64>("XoInt64", "XoINT64_T", "%S");
@@ -117,9 +120,9 @@ constinit TypeDescriptor nullInt64Row =
     MakeNullRow<XoNull_XoInt64, Int64Family>("XoNull_XoInt64", "XoNULL_XOINT64_T", "%S");
 constinit TypeDescriptor sealRow = MakeSealRow();
 constinit TypeDescriptor dateTimeNRow = MakeTemporalRow<DateTimeNLayout, XoDATIME_N_T>(
-    "XoDateTimeN", "XoDATIME_N_T", "%X", XoDateTimeNCompare);
+    "XoDateTimeN", "XoDATIME_N_T", "%X", XoDateTimeNCompare, EvaluateDateTimeN);
 constinit TypeDescriptor timeSpanRow = MakeTemporalRow<TimeSpanLayout, XoTIMESPAN_T>(
-    "XoTimeSpan", "XoTIMESPAN_T", "%V", XoTimeSpanCompare);
+    "XoTimeSpan", "XoTIMESPAN_T", "%V", XoTimeSpanCompare, EvaluateTimeSpan);
 constinit TypeDescriptor longLongRow = MakeScalarRow<LongLong>("o_8b", "Xo8B_T", "%I64d");
 constinit TypeDescriptor unsignedLongLongRow =
     MakeScalarRow<UnsignedLongLong>("o_u8b", "XoU8B_T", "%I64u");

@@ -270,6 +270,12 @@ TEST(RowFunctions, IntervalsTellTheirBoundsAsFloatsDo) {
   EXPECT_EQ(Row(25).EvalAndBound, Row(4).EvalAndBound);
 }
 
+TEST(RowFunctions, DatesAndTimesTellTheirBounds) {
+  for (int id : {12, 13, 19, 22, 23, 24, 40, 41}) {
+    EXPECT_NE(Row(id).EvalAndBound, Row(kIllegalRow).EvalAndBound) << id;
+  }
+}
+
 TEST(RowFunctions, StringsConvertAlikeInBothTables) {
   TypeDescriptor const& older = *OlderTypeTable[11];
   EXPECT_EQ(older.ConvertTo, Row(11).ConvertTo);
