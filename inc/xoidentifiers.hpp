@@ -36,6 +36,8 @@ class XO_EXPORT XoClassId {
 
   // The slots of the row.
   static XCompare Compare;
+  /// All of an index, and no bounds.
+  static TypeDescriptor::EvalAndBoundFunction EvalAndBound;
   static TypeDescriptor::HashFunction Hash;
   static TypeDescriptor::LoadFunction Load;
   static TypeDescriptor::StoreFunction Store;
@@ -76,6 +78,7 @@ class XO_EXPORT XoObjId {
 
   // The slots of the row.
   static XCompare Compare;
+  static TypeDescriptor::EvalAndBoundFunction EvalAndBound;
   static TypeDescriptor::HashFunction Hash;
   static TypeDescriptor::LoadFunction Load;
   static TypeDescriptor::StoreFunction Store;
@@ -156,6 +159,8 @@ class XO_EXPORT XoRef {
 
   // The slots of the row. The version is not stored, and is 0 after a load.
   static XCompare Compare;
+  /// Takes references to spread over all that there can be, and does not look at the range.
+  static TypeDescriptor::EvalAndBoundFunction EvalAndBound;
   static TypeDescriptor::HashFunction Hash;
   static TypeDescriptor::LoadFunction Load;
   static TypeDescriptor::StoreFunction Store;

@@ -41,6 +41,7 @@ class XO_EXPORT XoSeal {
   // Slots of the row.
   /// Reads no length, and sets no status but 0.
   static XCompare Compare;
+  static TypeDescriptor::EvalAndBoundFunction EvalAndBound;
   /// Elements are read as in memory where the format's low nibble is 8 or 1.
   static TypeDescriptor::HashFunction Hash;
 };

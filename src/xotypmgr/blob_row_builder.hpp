@@ -2,6 +2,7 @@
 
 #include "src/xotypes/blob_row.hpp"
 #include "src/xotypes/object_array.hpp"
+#include "src/xotypevl/identity_bounds.hpp"
 #include "src/xotypmgr/row_builders.hpp"
 #include "xoblob.hpp"
 #include "xotypcmp.hpp"
@@ -19,6 +20,7 @@ constexpr TypeDescriptor MakeBlobRow() {
   row.SizeGet = BlobOperations::SizeGet;
   row.SizeGetFromMemFile = BlobOperations::SizeGetFromMemFile;
   row.Compare = BlobCompare;
+  row.EvalAndBound = EvaluateAsWhole;
   row.Hash = BlobOperations::Hash;
   row.ConvertTo = BlobOperations::ConvertTo;
   row.ConvertFrom = BlobOperations::ConvertFrom;

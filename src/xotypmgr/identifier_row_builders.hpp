@@ -62,6 +62,7 @@ constexpr TypeDescriptor MakeIdentifierRow(char const* name, char const* typeIdN
   row.SizeGet = Identifier::SizeGet;
   row.SizeGetFromMemFile = Identifier::SizeGetFromMemFile;
   row.Compare = Identifier::Compare;
+  row.EvalAndBound = Identifier::EvalAndBound;
   row.Hash = Identifier::Hash;
   row.ConvertTo = ConvertByPrint<Identifier, Operations>;
   row.ConvertFrom = ConvertByScan<Identifier, Operations>;
@@ -121,6 +122,7 @@ constexpr TypeDescriptor MakeSealRow() {
   row.SizeGet = Records::SizeGet;
   row.SizeGetFromMemFile = Records::SizeGetFromMemFile;
   row.Compare = XoSeal::Compare;
+  row.EvalAndBound = XoSeal::EvalAndBound;
   row.Hash = XoSeal::Hash;
   row.ConvertTo = ConvertByPrint<XoSeal, SealOperations>;
   row.ConvertFrom = ConvertByScan<XoSeal, SealOperations>;

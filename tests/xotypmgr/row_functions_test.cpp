@@ -276,6 +276,12 @@ TEST(RowFunctions, DatesAndTimesTellTheirBounds) {
   }
 }
 
+TEST(RowFunctions, IdentitiesTellTheirBounds) {
+  for (int id : kIdentityRows) {
+    EXPECT_NE(Row(id).EvalAndBound, Row(kIllegalRow).EvalAndBound) << id;
+  }
+}
+
 TEST(RowFunctions, StringsConvertAlikeInBothTables) {
   TypeDescriptor const& older = *OlderTypeTable[11];
   EXPECT_EQ(older.ConvertTo, Row(11).ConvertTo);
