@@ -5,6 +5,7 @@
 #include "src/xotypes/object_array.hpp"
 #include "src/xotypes/string_rows.hpp"
 #include "src/xotypes/text_print.hpp"
+#include "src/xotypevl/inline_bounds.hpp"
 #include "src/xotypmgr/row_builders.hpp"
 #include "xostringstore.hpp"
 #include "xotypcmp.hpp"
@@ -75,6 +76,7 @@ constexpr TypeDescriptor MakeInlineStringRow(char const* name, char const* typeI
   row.SizeGet = Operations::SizeGet;
   row.SizeGetFromMemFile = Operations::SizeGetFromMemFile;
   row.Compare = compare;
+  row.EvalAndBound = EvaluateInline<Text>;
   row.Hash = Operations::Hash;
   row.ConvertTo = convertTo;
   row.ConvertFrom = convertFrom;

@@ -282,6 +282,10 @@ TEST(RowFunctions, IdentitiesTellTheirBounds) {
   }
 }
 
+TEST(RowFunctions, WeightedTextsTellTheirBounds) {
+  for (int id : {20, 21}) EXPECT_NE(Row(id).EvalAndBound, Row(kIllegalRow).EvalAndBound) << id;
+}
+
 TEST(RowFunctions, StringsConvertAlikeInBothTables) {
   TypeDescriptor const& older = *OlderTypeTable[11];
   EXPECT_EQ(older.ConvertTo, Row(11).ConvertTo);
