@@ -6,6 +6,7 @@
 #include "src/xotypes/string_rows.hpp"
 #include "src/xotypes/text_print.hpp"
 #include "src/xotypevl/inline_bounds.hpp"
+#include "src/xotypevl/string_bounds.hpp"
 #include "src/xotypmgr/row_builders.hpp"
 #include "xostringstore.hpp"
 #include "xotypcmp.hpp"
@@ -40,6 +41,7 @@ constexpr TypeDescriptor MakeStringRow() {
   row.SizeGet = StringSizeGet;
   row.SizeGetFromMemFile = StringSizeGetFromMemFile;
   row.Compare = StringCompare;
+  row.EvalAndBound = StringEvalAndBound;
   row.Hash = StringHash;
   row.Translate = StringTranslate;
   row.IsNull = StringIsNull;
@@ -55,6 +57,7 @@ constexpr TypeDescriptor MakeOlderStringRow() {
   row.SizeGet = OlderStringSizeGet;
   row.SizeGetFromMemFile = OlderStringSizeGetFromMemFile;
   row.Compare = OlderStringCompare;
+  row.EvalAndBound = OlderStringEvalAndBound;
   row.Hash = OlderStringHash;
   row.Translate = OlderStringTranslate;
   return row;

@@ -286,6 +286,12 @@ TEST(RowFunctions, WeightedTextsTellTheirBounds) {
   for (int id : {20, 21}) EXPECT_NE(Row(id).EvalAndBound, Row(kIllegalRow).EvalAndBound) << id;
 }
 
+TEST(RowFunctions, StringsTellTheirBoundsInEachTableByTheirOwn) {
+  EXPECT_NE(Row(11).EvalAndBound, Row(kIllegalRow).EvalAndBound);
+  EXPECT_NE(OlderTypeTable[11]->EvalAndBound, Row(kIllegalRow).EvalAndBound);
+  EXPECT_NE(OlderTypeTable[11]->EvalAndBound, Row(11).EvalAndBound);
+}
+
 TEST(RowFunctions, StringsConvertAlikeInBothTables) {
   TypeDescriptor const& older = *OlderTypeTable[11];
   EXPECT_EQ(older.ConvertTo, Row(11).ConvertTo);

@@ -1,0 +1,44 @@
+#include "src/xotypevl/evaluated_text.hpp"
+
+#include <algorithm>
+
+#include "xostrcmp.hpp"
+
+namespace xo {
+
+namespace {
+
+RecordHeader HeaderOf(void const* record, std::size_t available, unsigned char format,
+                      Generation generation) {
+  unsigned char const nibble = FormNibble(format);
+  if (generation == Generation::kOlder) return {ReadLength(record, available, nibble), 0, 0, true};
+  RecordHeader header = ReadHeader(record, available, nibble);
+  // A key has a header whatever it ends in.
+  if (header.isOlder && (format & FormatIndexKey) != 0) {
+    std::size_t const there = std::min(available, header.Size());
+    header = {header.length, ByteAt(record, 2, there), ByteAt(record, 3, there), false};
+  }
+  return header;
+}
+
+}  // namespace
+
+EvaluatedText::EvaluatedText(void const* record, std::size_t available, unsigned char format,
+                             Generation generation)
+    : header(HeaderOf(record, available, format, generation)), byteOrder(FormNibble(format)) {
+  std::size_t const offset = header.TextOffset();
+  std::size_t const behind = available > offset ? available - offset : 0;
+  characters = AsCount(behind / UnitSize(header.codeSet));
+  bytes = std::min(header.TextBytes(), behind);
+  text = copy.Make(static_cast<char const*>(record) + std::min(available, offset), bytes);
+  if (text == nullptr) bytes = 0;
+}
+
+int CompareTexts(EvaluatedText const& one, EvaluatedText const& other, unsigned short cmpOp,
+                 unsigned short characters, unsigned char byteOrder) {
+  return XoStrCmp(one.Header().codeSet, one.Header().language, one.Text(), other.Header().codeSet,
+                  other.Header().language, other.Text(), cmpOp, static_cast<short>(characters),
+                  byteOrder);
+}
+
+}  // namespace xo
