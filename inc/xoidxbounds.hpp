@@ -18,7 +18,7 @@ struct XoIdxBounds {
   std::uint8_t highLen = 0;     ///< bytes behind `high`
   std::uint16_t lowFlags = 0;   ///< flags of the lower bound; an evaluation at most clears bit 0
   std::uint16_t highFlags = 0;  ///< flags of the upper bound, likewise
-  std::uint8_t keyLimit = 0;    ///< texts only: longest key of the index in bytes
+  std::uint8_t keyLimit = 0;    ///< texts only: the longest key; buffers of bounds have its size
 };
 
 /// The relation of a predicate, as the low bits of the `op` of an evaluation. `<=` sets two.

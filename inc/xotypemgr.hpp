@@ -121,14 +121,24 @@ class XO_EXPORT XoTypeMgr {
   /// The estimated share of an index that a predicate selects, and the bounds to scan between.
   ///
   /// `range` holds the lowest and the highest key of the index, stored in `format`; null, or with a
-  /// null end, means that nothing is known. `op` is the relation of the keys to the `count` elements
-  /// at `value`, which are in `format` as well (`kXoBoundEqual` and its kind), for texts together
-  /// with the option bits of the comparison; types with wildcards give it back changed. `bounds`
-  /// points to the `XoIdxBounds` to fill, or is null. `data` is not read.
+  /// null end, means that nothing is known. `op` is the relation of the keys to the `count`
+  /// elements at `value`, which are in `format` as well (`kXoBoundEqual` and its kind), for texts
+  /// together with the option bits of the comparison; types with wildcards give it back changed.
+  /// `bounds` points to the `XoIdxBounds` to fill, or is null. `data` is not read.
   ///
   /// The estimate assumes that keys spread evenly between the two ends of the index. Records of
-  /// texts, `range` and `bounds` among them, are written to while they are evaluated and put back:
-  /// keys on a shared page are to be copied first.
+  /// texts, `range` and `bounds` among them, may be written to while they are evaluated and put
+  /// back: keys on a shared page are to be copied first.
+  ///
+  /// The value of a predicate on a `XoString` is one record, a key among them, that is there as far
+  /// as its length says; nothing is read behind the lengths in `range` and `bounds`. Its bounds are
+  /// index keys of at most 254 bytes, in buffers of `keyLimit` bytes at least. A bound may be a key
+  /// that is cut, so a scan takes for inside what compares to it with a status other than 0. A
+  /// value that is a whole key itself gets whole bounds; one of text gets the bytes that the text
+  /// takes, which for characters of one byte is half of their orders. A pattern that begins with a
+  /// wildcard gets no bounds. Where spaces or symbols are skipped (`kCmpSkipSpaces`,
+  /// `kCmpSkipSymbols`) keys may match that stand before the lower bound; bit 0x1000 of `op` asks
+  /// for none in that case.
   float EvalAndBound(char type, XoIdxBounds* range, unsigned short& op, void* value,
                      unsigned char format, unsigned count, void* bounds, XoEvalData* data) const;
   /// Not zero when the value in memory is null.
