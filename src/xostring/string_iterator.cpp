@@ -101,7 +101,7 @@ XoStringIterator& XoStringIterator::operator=(XoStringIterator const& other) {
 XoStringIterator::~XoStringIterator() { Destroy(); }
 
 void XoStringIterator::Destroy() {
-  ReleaseArray(std::exchange(buffer, nullptr));
+  if (buffer != nullptr) ReleaseArray(std::exchange(buffer, nullptr));
   ownsBuffer = 0;
 }
 

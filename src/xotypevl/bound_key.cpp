@@ -12,8 +12,6 @@ namespace xo {
 
 namespace {
 
-/// Longer keys have no length with which they could be compared.
-constexpr std::size_t kLongestBound = 254;
 constexpr unsigned short kHighestOrder = 0xFFFE;
 constexpr unsigned char kHighestByte = 0xFF;
 
@@ -31,11 +29,26 @@ constexpr RecordFrame FrameOf(Generation generation) {
                                           : RecordFrame{kHeaderBytes, kClosingBytes};
 }
 
+/// Bytes that the record of a value takes, or that of a pattern up to its wildcard.
+std::size_t SizeOf(BoundSource const& source) {
+  std::size_t const text = source.IsPattern() ? source.wildcardPlace : source.text.Bytes();
+  return FrameOf(source.generation).Size() + text;
+}
+
+std::size_t SizeOfHigh(BoundSource const& source) {
+  std::size_t const size = SizeOf(source);
+  if (source.IsPattern()) return size + UnitSize(source.text.Header().codeSet);
+  // An empty text needs room for the highest unit too.
+  bool const isEmpty = size == FrameOf(source.generation).Size();
+  std::size_t const highest = source.generation == Generation::kOlder ? 1 : 2;
+  return isEmpty && source.skipsOrders ? size + highest : size;
+}
+
 /// A key under construction.
 class KeyDraft {
  public:
   /// The key of the value, cut to a record of `wanted` bytes, in a buffer of `keyLimit` at least.
-  KeyDraft(BoundSource const& source, std::size_t wanted, std::size_t keyLimit)
+  KeyDraft(BoundSource const& source, ValueKey const& key, std::size_t wanted, std::size_t keyLimit)
       : frame(FrameOf(source.generation)),
         generation(source.generation),
         nibble(FormNibble(source.format)),
@@ -44,7 +57,7 @@ class KeyDraft {
         capacity(RoundedUpToEven(std::max(size, keyLimit))),
         record(static_cast<unsigned char*>(AllocateBound(static_cast<unsigned>(capacity)))) {
     std::memset(record, 0, capacity);
-    Translate(source);
+    Fill(source, key);
   }
 
   bool HasNoCodeSet() const { return generation == Generation::kOlder || record[2] == kNoCodeSet; }
@@ -112,15 +125,12 @@ class KeyDraft {
   }
 
  private:
-  void Translate(BoundSource const& source) {
+  void Fill(BoundSource const& source, ValueKey const& key) {
     bool const isOlder = generation == Generation::kOlder;
-    auto* const translate = isOlder ? OlderStringTranslate : StringTranslate;
     // Two bytes more than the text may have, by which a key shows whether it ends there.
-    std::size_t const room = isTooLong ? size : RoundedUpToEven(size);
+    written = std::min(key.written, isTooLong ? size : RoundedUpToEven(size));
+    std::memcpy(record, key.bytes, written);
     RecordHeader const& header = source.text.Header();
-    auto const target = static_cast<unsigned char>(source.format | FormatIndexKey);
-    written = translate(record, target, static_cast<unsigned>(room), source.value, source.format,
-                        static_cast<unsigned>(header.Size()), 1);
     std::size_t const length = ReadLength(record, written, nibble);
     bool const isBuilt = !HasNoCodeSet() && header.codeSet != kSortOrderSet;
     isClosed = !isOlder && length + kLengthBytes <= written;
@@ -147,33 +157,28 @@ class KeyDraft {
   bool isOpen = false;
 };
 
-/// Bytes that the record of a value takes, or that of a pattern up to its wildcard.
-std::size_t SizeOf(BoundSource const& source) {
-  std::size_t const text = source.IsPattern() ? source.wildcardPlace : source.text.Bytes();
-  return FrameOf(source.generation).Size() + text;
-}
-
-std::size_t SizeOfHigh(BoundSource const& source) {
-  std::size_t const size = SizeOf(source);
-  if (source.IsPattern()) return size + UnitSize(source.text.Header().codeSet);
-  // An empty text needs room for the highest unit too.
-  bool const isEmpty = size == FrameOf(source.generation).Size();
-  std::size_t const highest = source.generation == Generation::kOlder ? 1 : 2;
-  return isEmpty && source.skipsOrders ? size + highest : size;
-}
-
 }  // namespace
 
-BuiltBound BuildLowBound(BoundSource const& source, std::uint8_t keyLimit) {
-  KeyDraft draft(source, SizeOf(source), keyLimit);
+ValueKey::ValueKey(BoundSource const& source) {
+  auto* const translate =
+      source.generation == Generation::kOlder ? OlderStringTranslate : StringTranslate;
+  auto const target = static_cast<unsigned char>(source.format | FormatIndexKey);
+  std::size_t const room = RoundedUpToEven(std::min(SizeOfHigh(source), kLongestBound));
+  std::memset(bytes, 0, kHeaderBytes);
+  written = translate(bytes, target, static_cast<unsigned>(room), source.value, source.format,
+                      static_cast<unsigned>(source.text.Header().Size()), 1);
+}
+
+BuiltBound BuildLowBound(BoundSource const& source, ValueKey const& key, std::uint8_t keyLimit) {
+  KeyDraft draft(source, key, SizeOf(source), keyLimit);
   if (source.IsPattern()) draft.EndAtWildcard();
   draft.Respell(source.accentMask, source.caseMask);
   draft.Close(823);
   return {draft.Record(), draft.Size(), static_cast<unsigned short>(source.wildcard)};
 }
 
-BuiltBound BuildHighBound(BoundSource const& source, std::uint8_t keyLimit) {
-  KeyDraft draft(source, SizeOfHigh(source), keyLimit);
+BuiltBound BuildHighBound(BoundSource const& source, ValueKey const& key, std::uint8_t keyLimit) {
+  KeyDraft draft(source, key, SizeOfHigh(source), keyLimit);
   if (source.IsPattern()) draft.EndAtWildcard();
   bool const endsInHighest = source.IsPattern() || source.skipsOrders;
   // A closed key stands before what it is a part of.

@@ -28,6 +28,17 @@ struct BoundSource {
   bool IsPattern() const { return wildcard >= 0; }
 };
 
+/// Longer keys have no length with which they could be compared.
+inline constexpr std::size_t kLongestBound = 254;
+
+/// The key of a value as far as both its bounds need it.
+struct ValueKey {
+  explicit ValueKey(BoundSource const& source);
+
+  std::size_t written;  ///< bytes of it
+  unsigned char bytes[kLongestBound];
+};
+
 /// A bound, allocated as `AllocateBound` does.
 struct BuiltBound {
   void* record;
@@ -41,7 +52,7 @@ struct BuiltBound {
 /// The room is what the value itself takes, or the part of a pattern before its wildcard: a key of
 /// characters of one byte gets half of its orders. What is left of it is closed, and stands before
 /// everything that begins with it.
-BuiltBound BuildLowBound(BoundSource const& source, std::uint8_t keyLimit);
+BuiltBound BuildLowBound(BoundSource const& source, ValueKey const& key, std::uint8_t keyLimit);
 
 /// The place where a scan ends, in the highest spelling.
 ///
@@ -49,6 +60,6 @@ BuiltBound BuildLowBound(BoundSource const& source, std::uint8_t keyLimit);
 /// which spaces or symbols do not count. A value that has no room for its whole key gets a cut key,
 /// with no terminator and with a length that says so: what begins with it compares to it with
 /// `ERR_TM_LENGTH_EXCEEDED`, and is to be taken as inside.
-BuiltBound BuildHighBound(BoundSource const& source, std::uint8_t keyLimit);
+BuiltBound BuildHighBound(BoundSource const& source, ValueKey const& key, std::uint8_t keyLimit);
 
 }  // namespace xo

@@ -11,6 +11,11 @@ namespace {
 
 using Walk = std::array<XoStringIterator, 4>;
 
+/// Whether the units of a text stand one behind the other, so that its place is all there is to it.
+bool IsRow(XoStringIterator const& place) {
+  return place.codeSet == kNoCodeSet || place.codeSet == kSortOrderSet;
+}
+
 /// The next order of a text, or its next byte where it has no code set; 0 at the end.
 unsigned short NextUnit(XoStringIterator& place, unsigned short ignored) {
   if (place.codeSet == kNoCodeSet) {
@@ -18,23 +23,50 @@ unsigned short NextUnit(XoStringIterator& place, unsigned short ignored) {
     if (byte != 0) ++place.cursor;
     return byte;
   }
-  unsigned short const order = place.GetNextOrder(1);
+  unsigned short order;
+  if (place.codeSet == kSortOrderSet) {
+    order = LoadWide(place.cursor, place.byteOrder);
+    if (order != 0) place.cursor += sizeof order;
+  } else {
+    order = place.GetNextOrder(1);
+  }
   bool const isLetter = order >= kFirstLetterOrder && order < kFirstHanOrder;
   return isLetter ? static_cast<unsigned short>(order & ~ignored) : order;
 }
 
+/// The places of a walk that it can go back to.
+class SavedWalk {
+ public:
+  explicit SavedWalk(Walk const& walk) : saved(walk) {}
+
+  void Save(Walk const& walk) {
+    for (std::size_t side = 0; side < 4; ++side) {
+      if (IsRow(walk[side])) {
+        saved[side].cursor = walk[side].cursor;
+      } else {
+        saved[side] = walk[side];
+      }
+    }
+  }
+  void Restore(Walk& walk) const { walk = saved; }
+
+ private:
+  Walk saved;
+};
+
 /// Moves all four behind what they have in common, `limit` units at most. Returns what is left of
 /// the limit.
 unsigned short SkipCommonPrefix(Walk& walk, unsigned short limit, unsigned short ignored) {
+  SavedWalk before(walk);
   for (bool isFirst = true; limit != 0; isFirst = false) {
-    Walk const before = walk;
+    if (!isFirst) before.Save(walk);
     std::array<unsigned short, 4> units;
     for (std::size_t side = 0; side < 4; ++side) units[side] = NextUnit(walk[side], ignored);
     auto const differs = [&](std::size_t side) {
       return units[side] != units[0] || (isFirst && walk[side].orderGroup != walk[0].orderGroup);
     };
     if (differs(1) || differs(2) || differs(3)) {
-      walk = before;
+      before.Restore(walk);
       break;
     }
     if (limit != kAllCharacters) --limit;

@@ -60,8 +60,9 @@ class StringPredicate {
     TextPart high = low;
     // What begins with a wildcard may stand anywhere.
     if (source.wildcard != 0) {
-      TakeLowBound(bounds, boundLow, low);
-      TakeHighBound(bounds, boundHigh, high);
+      std::optional<ValueKey> key;
+      TakeLowBound(bounds, key, boundLow, low);
+      TakeHighBound(bounds, key, boundHigh, high);
     }
     if (range == nullptr || range->low == nullptr || range->high == nullptr) return 0;
     EvaluatedText const rangeLow(range->low, range->lowLen, format, generation);
@@ -91,13 +92,18 @@ class StringPredicate {
     }
   }
 
-  void TakeLowBound(XoIdxBounds& bounds, std::optional<EvaluatedText>& bound,
-                    TextPart& part) const {
+  /// The key of the value, which both bounds are made of.
+  ValueKey const& Translated(std::optional<ValueKey>& key) const {
+    return key ? *key : key.emplace(source);
+  }
+
+  void TakeLowBound(XoIdxBounds& bounds, std::optional<ValueKey>& key,
+                    std::optional<EvaluatedText>& bound, TextPart& part) const {
     bool const exists = bounds.low != nullptr;
     if (!exists) {
       // Keys of which parts are skipped may match and stand before the value.
       if (Selects(kXoBoundBelow) || (HasOption(kScanSkips) && source.skipsOrders)) return;
-      BuiltBound const built = BuildLowBound(source, bounds.keyLimit);
+      BuiltBound const built = BuildLowBound(source, Translated(key), bounds.keyLimit);
       bounds.low = built.record;
       bounds.lowLen = built.length;
       part.characters = built.characters;
@@ -106,12 +112,12 @@ class StringPredicate {
     if (exists) part.characters = bound->Characters();
   }
 
-  void TakeHighBound(XoIdxBounds& bounds, std::optional<EvaluatedText>& bound,
-                     TextPart& part) const {
+  void TakeHighBound(XoIdxBounds& bounds, std::optional<ValueKey>& key,
+                     std::optional<EvaluatedText>& bound, TextPart& part) const {
     bool const exists = bounds.high != nullptr;
     if (!exists) {
       if (Selects(kXoBoundAbove)) return;
-      BuiltBound const built = BuildHighBound(source, bounds.keyLimit);
+      BuiltBound const built = BuildHighBound(source, Translated(key), bounds.keyLimit);
       bounds.high = built.record;
       bounds.highLen = built.length;
       part.characters = built.characters;
