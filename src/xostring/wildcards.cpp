@@ -60,6 +60,19 @@ int FindWildcard(unsigned char codeSet, unsigned char language, char const* text
     }
     return -1;
   }
+  if (codeSet == kSortOrderSet) {
+    // Orders stand one behind the other.
+    unsigned short const asterisk = AsteriskOrder();
+    unsigned short const question = QuestionOrder();
+    for (std::size_t place = 0; place < maxCount; ++place) {
+      unsigned short const order = LoadWide(text + 2 * place, OrderOrDefault(byteOrder));
+      if (order == 0) break;
+      if (order == asterisk || (order == question && asteriskOnly == 0)) {
+        return found(static_cast<int>(place), 2 * place);
+      }
+    }
+    return -1;
+  }
   XoStringIterator iterator(text, codeSet, language, byteOrder);
   unsigned const unit = UnitSize(iterator.codeSet);
   for (;;) {

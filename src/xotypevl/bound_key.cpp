@@ -128,8 +128,8 @@ class KeyDraft {
   void Fill(BoundSource const& source, ValueKey const& key) {
     bool const isOlder = generation == Generation::kOlder;
     // Two bytes more than the text may have, by which a key shows whether it ends there.
-    written = std::min(key.written, isTooLong ? size : RoundedUpToEven(size));
-    std::memcpy(record, key.bytes, written);
+    written = std::min(key.Size(), isTooLong ? size : RoundedUpToEven(size));
+    std::memcpy(record, key.Bytes(), written);
     RecordHeader const& header = source.text.Header();
     std::size_t const length = ReadLength(record, written, nibble);
     bool const isBuilt = !HasNoCodeSet() && header.codeSet != kSortOrderSet;
@@ -159,7 +159,8 @@ class KeyDraft {
 
 }  // namespace
 
-ValueKey::ValueKey(BoundSource const& source) {
+void ValueKey::Make(BoundSource const& source) {
+  if (written != 0) return;
   auto* const translate =
       source.generation == Generation::kOlder ? OlderStringTranslate : StringTranslate;
   auto const target = static_cast<unsigned char>(source.format | FormatIndexKey);

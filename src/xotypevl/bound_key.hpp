@@ -31,11 +31,17 @@ struct BoundSource {
 /// Longer keys have no length with which they could be compared.
 inline constexpr std::size_t kLongestBound = 254;
 
-/// The key of a value as far as both its bounds need it.
-struct ValueKey {
-  explicit ValueKey(BoundSource const& source);
+/// The key of a value as far as both its bounds need it; made once. Nothing is set to zero for it.
+class ValueKey {
+ public:
+  ValueKey() {}
 
-  std::size_t written;  ///< bytes of it
+  void Make(BoundSource const& source);
+  std::size_t Size() const { return written; }
+  unsigned char const* Bytes() const { return bytes; }
+
+ private:
+  std::size_t written = 0;
   unsigned char bytes[kLongestBound];
 };
 

@@ -23,9 +23,10 @@ RecordHeader HeaderOf(void const* record, std::size_t available, unsigned char f
 
 }  // namespace
 
-EvaluatedText::EvaluatedText(void const* record, std::size_t available, unsigned char format,
-                             Generation generation)
-    : header(HeaderOf(record, available, format, generation)), byteOrder(FormNibble(format)) {
+void EvaluatedText::Read(void const* record, std::size_t available, unsigned char format,
+                         Generation generation) {
+  header = HeaderOf(record, available, format, generation);
+  byteOrder = FormNibble(format);
   std::size_t const offset = header.TextOffset();
   std::size_t const behind = available > offset ? available - offset : 0;
   characters = AsCount(behind / UnitSize(header.codeSet));

@@ -18,9 +18,8 @@ enum class Generation { kCurrent, kOlder };
 class EvaluatedText {
  public:
   EvaluatedText() = default;
-  /// The text of a record of which `available` bytes are there.
-  EvaluatedText(void const* record, std::size_t available, unsigned char format,
-                Generation generation);
+  /// Takes the text of a record of which `available` bytes are there.
+  void Read(void const* record, std::size_t available, unsigned char format, Generation generation);
 
   RecordHeader const& Header() const { return header; }
   /// Bytes of text that are there.

@@ -1,7 +1,6 @@
 #include "src/xotypevl/string_bounds.hpp"
 
 #include <algorithm>
-#include <optional>
 
 #include "base/platform.hpp"
 #include "src/xotypevl/bound_key.hpp"
@@ -34,9 +33,9 @@ class StringPredicate {
         generation(generation_),
         relation(op & kRelationBits),
         options(op & kCompareBits),
-        text(value, kNoLimit, format_, generation_),
-        hasCodeSet(EffectiveCodeSet(text.Header().codeSet, format_) != kNoCodeSet),
         source{value, text, format_, generation_} {
+    text.Read(value, kNoLimit, format_, generation_);
+    hasCodeSet = EffectiveCodeSet(text.Header().codeSet, format_) != kNoCodeSet;
     source.skipsOrders = HasOption(kSkipOrders);
     if (hasCodeSet && HasOption(kCmpIgnoreCase)) source.caseMask = kCaseBits;
     if (hasCodeSet && HasOption(kCmpIgnoreAccents)) source.accentMask = kAccentBits;
@@ -54,19 +53,21 @@ class StringPredicate {
   /// Fills the bounds that are missing, and tells the share of the keys between the ends of `range`
   /// that the predicate selects.
   float Evaluate(XoIdxBounds const* range, XoIdxBounds& bounds) const {
-    std::optional<EvaluatedText> boundLow;
-    std::optional<EvaluatedText> boundHigh;
+    EvaluatedText boundLow;
+    EvaluatedText boundHigh;
     TextPart low{&text, static_cast<unsigned short>(source.wildcard)};
     TextPart high = low;
     // What begins with a wildcard may stand anywhere.
     if (source.wildcard != 0) {
-      std::optional<ValueKey> key;
+      ValueKey key;
       TakeLowBound(bounds, key, boundLow, low);
       TakeHighBound(bounds, key, boundHigh, high);
     }
     if (range == nullptr || range->low == nullptr || range->high == nullptr) return 0;
-    EvaluatedText const rangeLow(range->low, range->lowLen, format, generation);
-    EvaluatedText const rangeHigh(range->high, range->highLen, format, generation);
+    EvaluatedText rangeLow;
+    EvaluatedText rangeHigh;
+    rangeLow.Read(range->low, range->lowLen, format, generation);
+    rangeHigh.Read(range->high, range->highLen, format, generation);
     return ShareOf(
         {low, high, {&rangeLow, rangeLow.Characters()}, {&rangeHigh, rangeHigh.Characters()}});
   }
@@ -92,38 +93,37 @@ class StringPredicate {
     }
   }
 
-  /// The key of the value, which both bounds are made of.
-  ValueKey const& Translated(std::optional<ValueKey>& key) const {
-    return key ? *key : key.emplace(source);
-  }
-
-  void TakeLowBound(XoIdxBounds& bounds, std::optional<ValueKey>& key,
-                    std::optional<EvaluatedText>& bound, TextPart& part) const {
+  void TakeLowBound(XoIdxBounds& bounds, ValueKey& key, EvaluatedText& bound,
+                    TextPart& part) const {
     bool const exists = bounds.low != nullptr;
     if (!exists) {
       // Keys of which parts are skipped may match and stand before the value.
       if (Selects(kXoBoundBelow) || (HasOption(kScanSkips) && source.skipsOrders)) return;
-      BuiltBound const built = BuildLowBound(source, Translated(key), bounds.keyLimit);
+      key.Make(source);
+      BuiltBound const built = BuildLowBound(source, key, bounds.keyLimit);
       bounds.low = built.record;
       bounds.lowLen = built.length;
       part.characters = built.characters;
     }
-    part.text = &bound.emplace(bounds.low, bounds.lowLen, format, generation);
-    if (exists) part.characters = bound->Characters();
+    bound.Read(bounds.low, bounds.lowLen, format, generation);
+    part.text = &bound;
+    if (exists) part.characters = bound.Characters();
   }
 
-  void TakeHighBound(XoIdxBounds& bounds, std::optional<ValueKey>& key,
-                     std::optional<EvaluatedText>& bound, TextPart& part) const {
+  void TakeHighBound(XoIdxBounds& bounds, ValueKey& key, EvaluatedText& bound,
+                     TextPart& part) const {
     bool const exists = bounds.high != nullptr;
     if (!exists) {
       if (Selects(kXoBoundAbove)) return;
-      BuiltBound const built = BuildHighBound(source, Translated(key), bounds.keyLimit);
+      key.Make(source);
+      BuiltBound const built = BuildHighBound(source, key, bounds.keyLimit);
       bounds.high = built.record;
       bounds.highLen = built.length;
       part.characters = built.characters;
     }
-    part.text = &bound.emplace(bounds.high, bounds.highLen, format, generation);
-    if (exists) part.characters = bound->Characters();
+    bound.Read(bounds.high, bounds.highLen, format, generation);
+    part.text = &bound;
+    if (exists) part.characters = bound.Characters();
   }
 
   float ShareOf(FourTexts const& texts) const {
@@ -191,8 +191,8 @@ class StringPredicate {
   Generation const generation;
   unsigned short relation;
   unsigned short const options;
-  EvaluatedText const text;
-  bool const hasCodeSet;
+  EvaluatedText text;
+  bool hasCodeSet;
   BoundSource source;
 };
 
