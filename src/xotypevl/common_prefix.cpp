@@ -57,6 +57,7 @@ class SavedWalk {
 /// Moves all four behind what they have in common, `limit` units at most. Returns what is left of
 /// the limit.
 unsigned short SkipCommonPrefix(Walk& walk, unsigned short limit, unsigned short ignored) {
+  if (limit == 0) return 0;
   SavedWalk before(walk);
   for (bool isFirst = true; limit != 0; isFirst = false) {
     if (!isFirst) before.Save(walk);
