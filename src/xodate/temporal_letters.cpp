@@ -143,16 +143,15 @@ bool AreDaysWildcard(Fields const& fields) {
 
 void SetDaysWildcard(Fields& fields) { fields.year = fields.month = fields.day = kWildcard; }
 
-// %N: a number that is not there reads as 0, and one beyond 32 bits as the nearest that is not.
+// %N: a number that is not there reads as 0.
 
 char* PrintNanoSeconds(char* at, PrintSource const& source) {
   return PutNumber(at, source.fields.nanoSeconds, 1);
 }
 
 char const* ScanNanoSeconds(char const* text, ScanTarget& target) {
-  target.fields.nanoSeconds = ReadInt32(text, IntegerBase::kDecimal);
-  int ignored = 0;
-  return TakeNumber(text, ignored);
+  target.fields.nanoSeconds = 0;
+  return TakeNumber(text, target.fields.nanoSeconds);
 }
 
 // %f: seconds with a fraction of as many digits as it needs, by threes.

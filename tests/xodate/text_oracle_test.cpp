@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
@@ -292,8 +291,7 @@ class Rescan {
           r.day = none % 30;
           break;
         case 'N':
-          r.nano = static_cast<int>(
-              std::clamp(std::strtoll(Rest(), nullptr, 10), -2147483648LL, 2147483647LL));
+          r.nano = static_cast<int>(std::strtoll(Rest(), nullptr, 10));
           StepOverNumber();
           break;
         case 'f': {
