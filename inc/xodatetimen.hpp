@@ -201,7 +201,9 @@ class XoDateTimeN : public xo::NanoSecondFields<XoDateTimeN> {
   constexpr XoDateTimeN(XoDate const& date, XoTime const& time)
       : XoDateTimeN(XoDateTime(date, time)) {}
   constexpr XoDateTimeN(XoDateTime const& dateTime) : XoDateTimeN(dateTime, 0) {}
-  constexpr XoDateTimeN(XoDateTime const& dateTime, int nanoSecondsGiven)
+  /// The parts given. It takes an `XoDateTime` alone: a date and a number are date and time.
+  template <std::same_as<XoDateTime> DateTime>
+  constexpr XoDateTimeN(DateTime const& dateTime, int nanoSecondsGiven)
       : NanoSecondFields(dateTime, nanoSecondsGiven) {}
   /// The fields in order.
   constexpr XoDateTimeN(short yearGiven, signed char monthGiven, signed char dayGiven,
@@ -222,8 +224,8 @@ class XoDateTimeN : public xo::NanoSecondFields<XoDateTimeN> {
   static constexpr XoDateTimeN const& ClearValue();    ///< all fields 0
 
   /// Takes the current local date and time, or those of UTC.
-  XO_EXPORT void Now();
-  XO_EXPORT void NowUTC();
+  XO_EXPORT XoDateTimeN& Now();
+  XO_EXPORT XoDateTimeN& NowUTC();
   // Shift by the present offset of local time from UTC. Each returns 0, or `kTimeZoneUnknown` with
   // nothing changed.
   XO_EXPORT int ToLocalTime();

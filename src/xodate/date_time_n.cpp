@@ -14,9 +14,9 @@ XoDateTimeN Read(void (*clock)(bdate&, btime&, int&)) {
 
 }  // namespace
 
-void XoDateTimeN::Now() { *this = Read(bksGetHiresTime); }
+XoDateTimeN& XoDateTimeN::Now() { return *this = Read(bksGetHiresTime); }
 
-void XoDateTimeN::NowUTC() { *this = Read(bksGetHiresTimeUTC); }
+XoDateTimeN& XoDateTimeN::NowUTC() { return *this = Read(bksGetHiresTimeUTC); }
 
 int XoDateTimeN::ToLocalTime() {
   return xo::ShiftByZone([this](int minutes) { AddMinutes(minutes); });

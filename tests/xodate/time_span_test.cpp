@@ -28,6 +28,7 @@ TEST(NanoConstruction, FillsTheRestWithZero) {
   EXPECT_EQ(N(XoDate(2021, 4, 15)), At(2021, 4, 15));
   EXPECT_EQ(N(XoTime(1, 2, 3)), At(0, 0, 0, 1, 2, 3));
   EXPECT_EQ(N(XoDate(2021, 4, 15), XoTime(1, 2, 3)), At(2021, 4, 15, 1, 2, 3));
+  EXPECT_EQ(N(XoDate(2021, 4, 15), 3661), At(2021, 4, 15, 1, 1, 1));
   EXPECT_EQ(N(2021, 4, 15, 1, 2, 3, 4), At(2021, 4, 15, 1, 2, 3, 4));
   EXPECT_EQ(N(86400.5), At(0, 1, 2, 0, 0, 0, 500000000));
   N value(2021, 4, 15, 1, 2, 3, 4);
@@ -92,9 +93,9 @@ TEST(NanoCompare, NanosecondsComeLastAndGiveASign) {
 TEST(NanoClock, ReadsTheHighResolutionClocks) {
   StoppedClock const clock(-90);
   N value;
-  value.Now();
+  EXPECT_EQ(&value.Now(), &value);
   EXPECT_EQ(value, N(2021, 4, 15, 13, 5, 9, 250000000));
-  value.NowUTC();
+  EXPECT_EQ(&value.NowUTC(), &value);
   EXPECT_EQ(value, N(2021, 4, 16, 1, 6, 10, 1));
   EXPECT_EQ(value.ToLocalTime(), 0);
   EXPECT_EQ(value, N(2021, 4, 15, 23, 36, 10, 1));
