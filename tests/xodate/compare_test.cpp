@@ -71,6 +71,22 @@ TEST(TemporalCompare, AYearOfMinusTwoIsNoWildcard) {
             1);
 }
 
+TEST(TemporalCompare, AYearIsSwappedInBigEndianFormOnly) {
+  // 0x0102 against 0x0201 in the machine's order; the other way round when swapped.
+  for (TemporalRow const& row : {kTemporal[0], kTemporal[2]}) {
+    FieldList a(FieldCount(row), 1), b = a;
+    a[0] = 0x0102;
+    b[0] = 0x0201;
+    for (unsigned short const op : std::initializer_list<unsigned short>{0, kStrict}) {
+      for (unsigned char const format : std::initializer_list<unsigned char>{0, 1, 3, 0x81}) {
+        EXPECT_EQ(Compare(row, Stored(row, a), Stored(row, b), format, op), -1);
+      }
+      EXPECT_EQ(Compare(row, Stored(row, a), Stored(row, b), 2, op), 1);
+      EXPECT_EQ(Compare(row, Stored(row, a), Stored(row, b), 0x82, op), 1);
+    }
+  }
+}
+
 TEST(TemporalCompare, AStoredHourOfMinusOneSortsBeforeZeroWhenStrict) {
   TemporalRow const& row = kTemporal[1];
   EXPECT_EQ(Compare(row, Stored(row, {0, 0, 0}), Stored(row, {-1, 0, 0}), 1, kStrict), 1);

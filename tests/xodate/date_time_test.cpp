@@ -139,6 +139,22 @@ TEST(DateTimeConstruction, TakesMissingPartsFromTheClock) {
   EXPECT_EQ(value, At(2021, 4, 16, 1, 6, 10));
 }
 
+TEST(DateTimeClock, NowReadsTheTimeBeforeTheDate) {
+  MidnightClock const clock;
+  XoDateTime value = At(1, 2, 3, 4, 5, 6);
+  value.Now();
+  EXPECT_EQ(MidnightClock::Looks(), 2);
+  EXPECT_EQ(value, At(2021, 4, 16, 23, 59, 59));
+}
+
+TEST(DateTimeClock, NowUTCReadsBothAtOnce) {
+  MidnightClock const clock;
+  XoDateTime value = At(1, 2, 3, 4, 5, 6);
+  value.NowUTC();
+  EXPECT_EQ(MidnightClock::Looks(), 1);
+  EXPECT_EQ(value, At(2021, 5, 15, 23, 59, 59));
+}
+
 XoDateTime ToLocal(XoDateTime value, int minutes) {
   StoppedClock const clock(minutes);
   EXPECT_EQ(value.ToLocalTime(), 0);

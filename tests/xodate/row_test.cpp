@@ -329,6 +329,13 @@ TEST(TemporalStep, WithoutAGreaterValueThereIsNoNext) {
   EXPECT_EQ(date, XoDate(32767, 12, 31));
   XoTimeSpan span(32767, 11, 29, 23, 59, 59, 999999999);
   EXPECT_EQ(Step(XoTIMESPAN_T, span, 'M'), ERR_TM_NO_NEXT_VALUE);
+  // Its day number is -106190, and -106189 is this very date again: so far back conversion is off.
+  XoDate past(-5003, 2, 29);
+  EXPECT_EQ(Step(XoDATE_T, past, 'N'), ERR_TM_NO_NEXT_VALUE);
+  // A year of -1 counts as a number here, or the next day would not be greater.
+  XoDate newYear(-2, 12, 31);
+  EXPECT_EQ(Step(XoDATE_T, newYear, 'M'), 0);
+  EXPECT_EQ(newYear, XoDate(-1, 1, 1));
   // 2021-02-31 is 3 March, and a day on is the fourth.
   XoDate odd(2021, 2, 31);
   EXPECT_EQ(Step(XoDATE_T, odd, 'M'), 0);
@@ -418,6 +425,20 @@ TEST(TemporalTextSlots, PrintAndScanTheFirstValue) {
     EXPECT_EQ(Row(row).ScanFromXoString(nullptr, out, format, 1), nullptr);
     XoString shortText("5");
     EXPECT_EQ(Row(row).ScanFromXoString(back.data() + 1, shortText, "%d %d", 1), nullptr);
+  }
+}
+
+TEST(TemporalTextSlots, AFailedScanLeavesWhatItRead) {
+  XoString text("7");
+  for (TemporalRow const& row : kTemporal) {
+    ByteList value = InMemory(row, SampleFields(row));
+    EXPECT_EQ(Row(row).ScanFromXoString(value.data(), text, row.hasYear ? "%m %d" : "%M %S", 1),
+              nullptr);
+    FieldList fields(FieldCount(row), 0);
+    fields[1] = 7;
+    ByteList expected = InMemory(row, fields);
+    if (row.memory != row.disk) expected[7] = value[7];
+    EXPECT_EQ(value, expected);
   }
 }
 

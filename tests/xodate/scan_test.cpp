@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <string>
 #include <xotypemgr.hpp>
 
@@ -314,6 +315,7 @@ TEST(ScanWide, TextIsNarrowedFirst) {
   date.SetZeroValue();
   EXPECT_EQ(date.ScanFromXoString(narrow, nullptr), &date);
   EXPECT_EQ(date.IsNullValue(), 1);
+  EXPECT_EQ(Scan("{N}5", "{N}%d"), Whole({0, 0, 5}));
   XoTypeMgr::SetNullPrintString("{NULL}");
 }
 
@@ -366,6 +368,22 @@ TEST_F(RoundTrip, BySecondsWithAFractionLosesOneNanosecondAtMost) {
     ASSERT_EQ(back.DateTime(), value.DateTime()) << text.StrGet();
     int const lost = value.nanoSeconds - back.nanoSeconds;
     ASSERT_TRUE(lost == 0 || lost == 1) << text.StrGet();
+  }
+}
+
+TEST_F(RoundTrip, SecondsOfAnyLengthAreTheNearestDouble) {
+  for (int round = 0; round < 100000; ++round) {
+    // From a few digits to more than a double holds.
+    std::string text = std::to_string(Below(60)) + '.';
+    for (unsigned digits = 1 + Below(9); digits > 0; --digits) {
+      text += static_cast<char>('0' + Below(10));
+    }
+    if (OneIn(2)) text += std::string(Below(12), OneIn(2) ? '0' : '9');
+    double const seconds = std::strtod(text.c_str(), nullptr);
+    auto const nanos = static_cast<long long>(seconds * 1000000000.0);
+    ASSERT_EQ(Scan(text, "%f"), Whole({0, 0, 0, 0, 0, static_cast<int>(seconds),
+                                       static_cast<int>(nanos % 1000000000)}))
+        << text;
   }
 }
 

@@ -103,6 +103,16 @@ TEST(NanoClock, ReadsTheHighResolutionClocks) {
   EXPECT_EQ(value, N(2021, 4, 16, 1, 6, 10, 1));
 }
 
+TEST(NanoClock, ReadsAllFieldsAtOnce) {
+  MidnightClock const clock;
+  N value;
+  value.Now();
+  EXPECT_EQ(value, N(2021, 4, 15, 23, 59, 59, 0));
+  value.NowUTC();
+  EXPECT_EQ(value, N(2021, 5, 16, 0, 0, 0, 1));
+  EXPECT_EQ(MidnightClock::Looks(), 2);
+}
+
 TEST(NanoClock, WithoutAZoneNothingChanges) {
   StoppedClock const clock(kTimeZoneUnknown);
   N value(2021, 4, 16, 1, 6, 10, 1);
