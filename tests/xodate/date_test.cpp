@@ -235,6 +235,14 @@ TEST(DateMonthEnd, DecemberEndsByWayOfMonthThirteen) {
   EXPECT_EQ(XoDate(2021, 13, 1).dayabs(), XoDate(2022, 1, 1).dayabs());
 }
 
+TEST(DateMonthEnd, ADayBehindItIsNotTheLast) {
+  EXPECT_EQ(XoDate(2021, 2, 28).IsLastDayOfTheMonth(), 1);
+  EXPECT_EQ(XoDate(2021, 2, 29).daynxtmonth(), 0);
+  EXPECT_EQ(XoDate(2021, 2, 29).IsLastDayOfTheMonth(), 0);
+  EXPECT_EQ(XoDate(2021, 2, 31).daynxtmonth(), -2);
+  EXPECT_EQ(XoDate(2021, 2, 31).IsLastDayOfTheMonth(), 0);
+}
+
 TEST(DateValues, AreFourWithTheirTestsAndSetters) {
   XoDate date(2021, 4, 15);
   EXPECT_EQ(date.IsNullValue() | date.IsDefaultValue() | date.IsZeroValue(), 0);

@@ -84,6 +84,10 @@ TEST(NanoCompare, NanosecondsComeLastAndGiveASign) {
   EXPECT_EQ(value.Compare(N(2021, -1, 15, 1, 2, 3, -1), 0), 0);
   EXPECT_EQ(value.Compare(N(2021, 4, 15, 1, 2, 3, -1), 0xFFEF), 0);
   EXPECT_EQ(value.Compare(N(2021, 4, 15, 1, 2, 3, -1), 0x10), 1);
+  EXPECT_EQ(N(2021, 4, 15, 1, 2, 3, -1).Compare(value, 0), 0);
+  EXPECT_EQ(N(2021, 4, 15, 1, 2, 3, -1).Compare(value, 0x10), -1);
+  EXPECT_FALSE(value == N(2021, -1, 15, 1, 2, 3, 400));
+  EXPECT_EQ(N(0, -1, 1, 0, 0, 0, 0).IsZeroValue(), 0);
   EXPECT_TRUE(value == N(2021, 4, 15, 1, 2, 3, 400));
   EXPECT_FALSE(value == N(2021, 4, 15, 1, 2, 3, 401));
   EXPECT_EQ(value != N(2021, 4, 15, 1, 2, 3, 401), -1);
@@ -174,6 +178,8 @@ TEST(Carry, DaysOfAPointInTimeGoByTheCalendar) {
   EXPECT_EQ(PlusDays(At(2021, 1, 31), 1), At(2021, 2, 1));
   EXPECT_EQ(PlusDays(At(2021, 3, 1, 5, 6, 7, 8), -1), At(2021, 2, 28, 5, 6, 7, 8));
   EXPECT_EQ(PlusDays(At(2021, 3, 1), 0), At(2021, 3, 1));
+  // The date alone decides, not the time.
+  EXPECT_EQ(PlusDays(At(2021, 1, 31, 99, 99, 99), 1), At(2021, 2, 1, 99, 99, 99));
 }
 
 TEST(Carry, DaysOfASpanGoByMonthsOfThirtyDays) {
@@ -186,6 +192,9 @@ TEST(Carry, TheHighestFieldOfASpanCarriesTheSign) {
   Span const zero(0, 0, 0, 0, 0, 0, 0);
   EXPECT_EQ(PlusDays(zero, -5), Span(0, 0, -5, 0, 0, 0, 0));
   EXPECT_EQ(PlusDays(zero, -35), Span(0, -2, 25, 0, 0, 0, 0));
+  // Out of a month that is there the day borrows.
+  EXPECT_EQ(PlusDays(Span(0, 1, 0, 0, 0, 0, 0), -5), Span(0, 0, 25, 0, 0, 0, 0));
+  EXPECT_EQ(PlusDays(Span(0, -2, 25, 0, 0, 0, 0), -26), Span(0, -3, 29, 0, 0, 0, 0));
   EXPECT_EQ(PlusDays(zero, -30), Span(0, -1, 0, 0, 0, 0, 0));
   EXPECT_EQ(PlusDays(zero, -360), Span(-1, 0, 0, 0, 0, 0, 0));
   // 13 months back and the borrow from the day: the month borrows because it has a carry.
@@ -390,6 +399,18 @@ TEST(Difference, TakesNullForZero) {
   EXPECT_EQ(Span::Difference(null, null), Span(0, 0, 0, 0, 0, 0, 0));
   // Fields of zero have the day number of -0001-11-30.
   EXPECT_EQ(Span::Difference(null, Span(0, 1, 1, 0, 0, 0, 0)), Span(0, 1, 2, 0, 0, 0, 0));
+}
+
+TEST(Difference, TakesNullFieldsWithNanosecondsAsTheyAre) {
+  Span odd;
+  odd.nanoSeconds = 5;
+  EXPECT_EQ(Span::Difference(odd, Span(0, 0, 0, 0, 0, 0, 0)).nanoSeconds, 999999995);
+}
+
+TEST(Difference, WithoutADayBetweenTheTimeGoesAroundTheDay) {
+  // Both dates have one day number, so that there is no day to take the hours from.
+  EXPECT_EQ(Span::Difference(Span(2021, 3, 3, 1, 0, 0, 0), Span(2021, 2, 31, 5, 0, 0, 0)),
+            Span(0, 0, 0, 20, 0, 0, 0));
 }
 
 TEST(Difference, BorrowedSecondGoesAroundTheDayAndTheDateStays) {
