@@ -99,7 +99,7 @@ class KeyDraft {
   /// one.
   void EndInHighest() {
     std::size_t const width = Width();
-    if (end + width <= limit || end < frame.head + width) end += width;
+    end = end + width <= limit ? end + width : std::max(end, frame.head + width);
     if (width == 1) {
       record[end - 1] = kHighestByte;
     } else {

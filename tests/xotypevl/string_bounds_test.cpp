@@ -485,6 +485,14 @@ TEST(StringBounds, ARecordShorterThanItsHeaderIsAnEmptyText) {
   }
 }
 
+TEST(StringBounds, OfHalfAnOrderTheHighestTakesThePlace) {
+  for (unsigned char const format : kFormats) {
+    StoredBytes const half = RecordOf({0x70}, 254, 2, format);
+    Evaluation const result = Evaluate({half, kEqual | kSkipSpaces, format});
+    EXPECT_EQ(result.high, CutTo(Key({kHighest}, format), 7));
+  }
+}
+
 TEST(StringBounds, NullIsAPatternOfEverything) {
   Assertions const assertions;
   Evaluation const marked = Evaluate({RecordOf({}, 0, 254, kLittle), kEqual});
