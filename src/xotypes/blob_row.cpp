@@ -17,7 +17,6 @@
 #include "src/xotypes/scalar_hash.hpp"
 #include "src/xotypes/stored_copy.hpp"
 #include "src/xotypes/stored_text.hpp"
-#include "src/xotypes/text_convert.hpp"
 #include "xoblob.hpp"
 #include "xostring.hpp"
 
@@ -81,22 +80,6 @@ std::size_t LoadBlobs(XoBlob* blobs, void const* source, std::size_t available,
   }
   return kBlobWord + std::size_t{total};
 }
-
-/// A blob as text, for its conversions.
-struct BlobText {
-  static int IsNull(void* value) { return BlobOperations::IsNull(value); }
-  static void Print(XoString& out, void* value) { BlobOperations::Print(out, value, nullptr, 1); }
-  /// Takes the bytes of the text.
-  static void Scan(void* value, XoString const& text) {
-    auto& blob = *static_cast<XoBlob*>(value);
-    if (BeginsWithNull(text)) {
-      blob.SetNullValue();
-    } else {
-      blob.SetTo(text.StrGet(), static_cast<int>(text.Len() * UnitSize(text.codeSet)));
-    }
-  }
-  static void SetMissing(void* value) { BlobOperations::SetNull(value); }
-};
 
 unsigned HashBytes(unsigned char const* bytes, std::size_t size) {
   unsigned hash = 0;
@@ -234,17 +217,16 @@ XoString& BlobOperations::Print(XoString& out, void* values, char const* format,
   return out = text.c_str();
 }
 
+/// Takes the bytes of the text.
 void* BlobOperations::Scan(void* target, XoString& text, char const*, unsigned) {
-  if (target != nullptr) BlobText::Scan(target, text);
+  if (target == nullptr) return nullptr;
+  auto& blob = *static_cast<XoBlob*>(target);
+  if (BeginsWithNull(text)) {
+    blob.SetNullValue();
+  } else {
+    blob.SetTo(text.StrGet(), static_cast<int>(text.Len() * UnitSize(text.codeSet)));
+  }
   return target;
-}
-
-XoTypeConvertData* BlobOperations::ConvertTo(void* values, unsigned count) {
-  return ConvertByPrint<XoBlob, BlobText>(values, count);
-}
-
-void* BlobOperations::ConvertFrom(XoTypeConvertData* strings, unsigned count) {
-  return ConvertByScan<XoBlob, BlobText>(strings, count);
 }
 
 void* BlobOperations::DefaultValue(unsigned count, int asNull) {

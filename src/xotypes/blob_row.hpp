@@ -18,8 +18,6 @@ struct BlobOperations {
   static TypeDescriptor::SizeGetFromMemFileFunction SizeGetFromMemFile;
   static TypeDescriptor::TranslateFunction Translate;
   static TypeDescriptor::HashFunction Hash;
-  static TypeDescriptor::ConvertToFunction ConvertTo;
-  static TypeDescriptor::ConvertFromFunction ConvertFrom;
   static TypeDescriptor::NullFunction IsNull;
   static TypeDescriptor::NullFunction SetNull;
   static TypeDescriptor::PrintFunction Print;

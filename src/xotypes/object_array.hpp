@@ -91,4 +91,17 @@ struct ObjectArray {
   static constexpr std::size_t kCookie = sizeof(std::uint64_t);
 };
 
+/// Slot `DefaultValue` of types whose default is a new element: such, or null where that is asked
+/// for.
+template <class Object>
+void* NewOrNull(unsigned count, int asNull) {
+  void* const values = ObjectArray<Object>::Create(count);
+  if (asNull != 0) {
+    for (std::size_t index = 0; index < std::max(count, 1u); ++index) {
+      ObjectArray<Object>::Element(values, index)->SetNullValue();
+    }
+  }
+  return values;
+}
+
 }  // namespace xo

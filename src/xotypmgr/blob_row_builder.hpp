@@ -11,7 +11,8 @@ namespace xo {
 
 constexpr TypeDescriptor MakeBlobRow() {
   using Objects = ObjectArray<XoBlob>;
-  auto row = MakeEmptyRow("XoBlob", "XoBLOB_T", kBlobFormat, sizeof(XoBlob), 0);
+  auto row = WithTextConversions<XoBLOB_T>(
+      MakeEmptyRow("XoBlob", "XoBLOB_T", kBlobFormat, sizeof(XoBlob), 0));
   row.Create = Objects::Create;
   row.Delete = Objects::Delete;
   row.Store = BlobOperations::Store;
@@ -22,8 +23,6 @@ constexpr TypeDescriptor MakeBlobRow() {
   row.Compare = BlobCompare;
   row.EvalAndBound = EvaluateAsWhole;
   row.Hash = BlobOperations::Hash;
-  row.ConvertTo = BlobOperations::ConvertTo;
-  row.ConvertFrom = BlobOperations::ConvertFrom;
   row.Constructor = Objects::Constructor;
   row.Destructor = Objects::Destructor;
   row.Assignment = Objects::Assignment;

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "src/xoseal/seal_record.hpp"
-#include "src/xotypes/text_convert.hpp"
 #include "src/xotypmgr/row_builders.hpp"
 #include "xoidentifiers.hpp"
 
@@ -18,17 +17,6 @@ struct IdentifierOperations {
     StoreBytes(value, identifier);
     return 0;
   }
-
-  // Conversions, by the format of the row, which is that of the class.
-  static void Print(XoString& out, void* value) {
-    LoadBytes<Identifier>(value).PrintToXoString(out, nullptr);
-  }
-  static void Scan(void* value, XoString const& text) {
-    Identifier identifier{};
-    identifier.ScanFromXoString(text, nullptr);
-    StoreBytes(value, identifier);
-  }
-  static void SetMissing(void* value) { SetNull(value); }
 
   /// Steps the number of 48 bits, and leaves the other fields.
   static int GetValue(void* value, unsigned, unsigned char format, NextValueCode code) {
@@ -48,12 +36,13 @@ struct IdentifierOperations {
   }
 };
 
-template <class Identifier>
+template <XoTypeId kRow, class Identifier>
 constexpr TypeDescriptor MakeIdentifierRow(char const* name, char const* typeIdName,
                                            char const* format) {
   using Objects = ObjectArray<Identifier>;
   using Operations = IdentifierOperations<Identifier>;
-  auto row = MakeEmptyRow(name, typeIdName, format, sizeof(Identifier), 1);
+  auto row =
+      WithTextConversions<kRow>(MakeEmptyRow(name, typeIdName, format, sizeof(Identifier), 1));
   row.Create = Identifier::Create;
   row.Delete = Identifier::Delete;
   row.Store = Identifier::Store;
@@ -64,8 +53,6 @@ constexpr TypeDescriptor MakeIdentifierRow(char const* name, char const* typeIdN
   row.Compare = Identifier::Compare;
   row.EvalAndBound = Identifier::EvalAndBound;
   row.Hash = Identifier::Hash;
-  row.ConvertTo = ConvertByPrint<Identifier, Operations>;
-  row.ConvertFrom = ConvertByScan<Identifier, Operations>;
   row.Constructor = Objects::Constructor;
   row.Destructor = Objects::Destructor;
   row.Assignment = Objects::Assignment;
@@ -80,30 +67,24 @@ constexpr TypeDescriptor MakeIdentifierRow(char const* name, char const* typeIdN
 }
 
 /// The row of an identifier with a number that can be stepped.
-template <class Identifier>
+template <XoTypeId kRow, class Identifier>
 constexpr TypeDescriptor MakeNumberedRow(char const* name, char const* typeIdName,
                                          char const* format) {
-  auto row = MakeIdentifierRow<Identifier>(name, typeIdName, format);
+  auto row = MakeIdentifierRow<kRow, Identifier>(name, typeIdName, format);
   row.GetValue = IdentifierOperations<Identifier>::GetValue;
   return row;
 }
 
 /// What the row of seals has of its own. A seal has no null value.
 struct SealOperations {
-  static int IsNull(void*) { return 0; }
-  static void Print(XoString& out, void* value) { LoadBytes<XoSeal>(value).PrintToXoString(out); }
-  static void Scan(void* value, XoString const& text) {
-    XoSeal seal{};
-    seal.ScanFromXoString(text);
-    StoreBytes(value, seal);
-  }
-  static void SetMissing(void* value) { StoreBytes(value, XoSeal{}); }
-
   static XoString& PrintSlot(XoString& out, void* value, char const*, unsigned) {
     return LoadBytes<XoSeal>(value).PrintToXoString(out);
   }
   static void* ScanSlot(void* value, XoString& text, char const*, unsigned) {
-    if (value != nullptr) Scan(value, text);
+    if (value == nullptr) return nullptr;
+    XoSeal seal{};
+    seal.ScanFromXoString(text);
+    StoreBytes(value, seal);
     return value;
   }
   static void* DefaultValue(unsigned count, int) { return ObjectArray<XoSeal>::Create(count); }
@@ -113,7 +94,8 @@ constexpr TypeDescriptor MakeSealRow() {
   using Objects = ObjectArray<XoSeal>;
   using Records = RecordOperations<SealRecord>;
   // The format is not used.
-  auto row = MakeEmptyRow("XoSeal", "XoSEAL_T", "noop", sizeof(XoSeal), 1);
+  auto row =
+      WithTextConversions<XoSEAL_T>(MakeEmptyRow("XoSeal", "XoSEAL_T", "noop", sizeof(XoSeal), 1));
   row.Create = Objects::Create;
   row.Delete = Objects::Delete;
   row.Store = Records::Store;
@@ -124,8 +106,6 @@ constexpr TypeDescriptor MakeSealRow() {
   row.Compare = XoSeal::Compare;
   row.EvalAndBound = XoSeal::EvalAndBound;
   row.Hash = XoSeal::Hash;
-  row.ConvertTo = ConvertByPrint<XoSeal, SealOperations>;
-  row.ConvertFrom = ConvertByScan<XoSeal, SealOperations>;
   row.Constructor = Objects::Constructor;
   row.Destructor = Objects::Destructor;
   row.Assignment = Objects::Assignment;

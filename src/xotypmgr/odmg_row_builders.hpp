@@ -2,21 +2,18 @@
 
 #include "src/odmg/odmg_rows.hpp"
 #include "src/xotypmgr/row_builders.hpp"
-#include "src/xotypmgr/text_conversions.hpp"
 #include "xotypcmp.hpp"
 
 /// How the rows of the ODMG classes are put together.
 namespace xo {
 
 /// What the four rows share.
-template <int Id, class Value>
+template <XoTypeId kRow, class Value>
 constexpr TypeDescriptor MakeOdmgRow(char const* name, char const* typeIdName, char const* format) {
   using Objects = ObjectArray<Value>;
-  auto row = MakeEmptyRow(name, typeIdName, format, sizeof(Value), 1);
+  auto row = WithTextConversions<kRow>(MakeEmptyRow(name, typeIdName, format, sizeof(Value), 1));
   row.Create = Objects::Create;
   row.Delete = Objects::Delete;
-  row.ConvertTo = PrintToStrings<Id>;
-  row.ConvertFrom = ScanFromStrings<Id>;
   row.Constructor = Objects::Constructor;
   row.Destructor = Objects::Destructor;
   row.Assignment = Objects::Assignment;
@@ -29,13 +26,13 @@ constexpr TypeDescriptor MakeOdmgRow(char const* name, char const* typeIdName, c
 }
 
 /// The row of a date, a time or both, which are stored as their fields.
-template <int Id, class Layout, o_u4b (*Fold)(void const*, unsigned char)>
+template <XoTypeId kRow, class Layout, o_u4b (*Fold)(void const*, unsigned char)>
 constexpr TypeDescriptor MakeOdmgRecordRow(char const* name, char const* typeIdName,
                                            char const* format, XCompare* compare,
                                            TypeDescriptor::EvalAndBoundFunction* evalAndBound) {
   using Value = typename Layout::Value;
   using Storage = TemporalStorage<Layout>;
-  auto row = MakeOdmgRow<Id, Value>(name, typeIdName, format);
+  auto row = MakeOdmgRow<kRow, Value>(name, typeIdName, format);
   row.Store = Storage::Store;
   row.Load = Storage::Load;
   row.NullSizeGet = Storage::NullSizeGet;
@@ -50,12 +47,12 @@ constexpr TypeDescriptor MakeOdmgRecordRow(char const* name, char const* typeIdN
 }
 
 /// The row of intervals, which are stored, ordered and stepped as the numbers that they are.
-template <int Id>
+template <XoTypeId kRow>
 constexpr TypeDescriptor MakeOdmgIntervalRow(char const* name, char const* typeIdName,
                                              char const* format) {
   using Family = OdmgIntervalFamily;
   using Numbers = ScalarOperations<Family>;
-  auto row = WithSizesOf<Family>(MakeOdmgRow<Id, d_Interval>(name, typeIdName, format));
+  auto row = WithSizesOf<Family>(MakeOdmgRow<kRow, d_Interval>(name, typeIdName, format));
   row.Store = Family::kStore;
   row.Load = Family::kLoad;
   row.SizeGetFromMemFile = Numbers::SizeGetFromMemFile;

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "src/xoboolean/boolean_operations.hpp"
-#include "src/xodate/temporal_convert.hpp"
 #include "src/xodate/temporal_rows.hpp"
 #include "src/xodate/temporal_text.hpp"
 #include "src/xoint64/int64_family.hpp"
@@ -14,6 +13,7 @@
 #include "src/xotypes/scalar_step.hpp"
 #include "src/xotypevl/null_bounds.hpp"
 #include "src/xotypevl/number_bounds.hpp"
+#include "src/xotypmgr/text_conversions.hpp"
 #include "xotypes.hpp"
 
 /// How rows of the table are stamped.
@@ -215,7 +215,7 @@ constexpr TypeDescriptor MakeTemporalRow(char const* name, char const* typeIdNam
   using Value = typename Layout::Value;
   using Objects = ObjectArray<Value>;
   using Storage = TemporalStorage<Layout>;
-  auto row = MakeEmptyRow(name, typeIdName, format, sizeof(Value), 1);
+  auto row = WithTextConversions<kRow>(MakeEmptyRow(name, typeIdName, format, sizeof(Value), 1));
   row.Create = Objects::Create;
   row.Delete = Objects::Delete;
   row.Store = Storage::Store;
@@ -226,8 +226,6 @@ constexpr TypeDescriptor MakeTemporalRow(char const* name, char const* typeIdNam
   row.Compare = compare;
   row.EvalAndBound = evalAndBound;
   row.Hash = HashTemporal<Layout>;
-  row.ConvertTo = ConvertTemporalToStrings<Value, kRow>;
-  row.ConvertFrom = ConvertTemporalFromStrings<Value, kRow>;
   row.Constructor = Objects::Constructor;
   row.Destructor = Objects::Destructor;
   row.Assignment = Objects::Assignment;

@@ -70,11 +70,11 @@ constinit TypeDescriptor timeRow = MakeTemporalRow<TimeLayout, XoTIME_T>(
     "XoTime", "XoTIME_T", "%I:%M:%S %p", XoTimeCompare, EvaluateTime);
 constinit TypeDescriptor blockIdRow = MakeScalarRow<Dword>("BlockId", "XoBLOCKID_T", "#%lu");
 constinit TypeDescriptor objectIdRow =
-    MakeNumberedRow<XoObjId>("XoObjId", "XoOBJID_T", "(%H-%L#%B)");
+    MakeNumberedRow<XoOBJID_T, XoObjId>("XoObjId", "XoOBJID_T", "(%H-%L#%B)");
 constinit TypeDescriptor classIdRow =
-    MakeIdentifierRow<XoClassId>("XoClassId", "XoCLID_T", "(%Cv%V)");
+    MakeIdentifierRow<XoCLID_T, XoClassId>("XoClassId", "XoCLID_T", "(%Cv%V)");
 constinit TypeDescriptor referenceRow =
-    MakeNumberedRow<XoRef>("XoRef", "XoREF_T", "(%D:%H-%L#%B, %C)");
+    MakeNumberedRow<XoREF_T, XoRef>("XoRef", "XoREF_T", "(%D:%H-%L#%B, %C)");
 constinit TypeDescriptor blobRow = MakeBlobRow();
 constinit TypeDescriptor dateTimeRow = MakeTemporalRow<DateTimeLayout, XoDATIME_T>(
     "XoDateTime", "XoDATIME_T", "%a %e.%b %Y %I:%M:%S %p", XoDateTimeCompare, EvaluateDateTime);

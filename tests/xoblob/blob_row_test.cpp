@@ -277,6 +277,16 @@ TEST(BlobText, ConvertsNullToNull) {
   delete strings;
 }
 
+TEST(BlobText, ConvertsInAnExchangedFormat) {
+  XoTypeMgr manager;
+  char const* const before = manager.ExchangeFormat(XoBLOB_T, "%L bytes");
+  Blobs blobs({"abc"});
+  XoTypeConvertData* const strings = manager.ConvertTo(XoBLOB_T, blobs.Get(), 1);
+  EXPECT_STREQ(strings->GetString(0)->StrGet(), "3 bytes");
+  delete strings;
+  manager.ExchangeFormat(XoBLOB_T, before);
+}
+
 TEST(BlobObjects, AreEmptyWhenNewAndNullWhereAsked) {
   for (unsigned count : {0u, 1u, 3u}) {
     auto* made = static_cast<XoBlob*>(BlobRow().Create(count));

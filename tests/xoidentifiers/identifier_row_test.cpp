@@ -204,6 +204,19 @@ TEST(IdentifierConvert, PrintsAndScansInTheFormatOfTheRow) {
   manager.Delete(XoOBJID_T, missing, 2);
 }
 
+TEST(IdentifierConvert, FollowsAnExchangedFormat) {
+  XoTypeMgr manager;
+  char const* const before = manager.ExchangeFormat(XoCLID_T, "%V.%C");
+  XoClassId id{7, 9};
+  XoTypeConvertData* const strings = manager.ConvertTo(XoCLID_T, &id, 1);
+  EXPECT_STREQ(strings->GetString(0)->StrGet(), "9.7");
+  auto* const back = static_cast<XoClassId*>(manager.ConvertFrom(XoCLID_T, strings, 1));
+  EXPECT_EQ((*back != id), 0);
+  manager.Delete(XoCLID_T, back, 1);
+  delete strings;
+  manager.ExchangeFormat(XoCLID_T, before);
+}
+
 TEST(IdentifierArrays, AssignAndCopyAllOrTheFirst) {
   XoClassId source[] = {{1, 2}, {3, 4}}, target[3] = {};
   for (auto* const assign : {Row(XoCLID_T).Assignment, Row(XoCLID_T).Copy}) {
