@@ -2,6 +2,7 @@
 #include <cstddef>
 
 #include "src/xostring/null_print_string.hpp"
+#include "src/xostring/string_splice.hpp"
 #include "src/xostring/text_units.hpp"
 #include "src/xotypes/number_print.hpp"
 #include "src/xotypes/object_array.hpp"
@@ -27,6 +28,12 @@ void AddUnits(Units& units, XoString const* text) {
     if (unit == 0) return;
     units.set(unit);
   }
+}
+
+/// Whether a string takes nothing more. Its buffer may be larger than its text asks for.
+bool IsFull(XoString const& string) {
+  return string.size == XoString::kMaxSize &&
+         (string.Len() + 1u) * UnitSize(string.codeSet) == XoString::kMaxSize;
 }
 
 /// The least unit that occurs in none of `count` strings.
@@ -99,8 +106,10 @@ XoString& XoTypeMgr::PrintToXoString(char type, XoString& out, void* values, cha
   if (format == nullptr) format = row.Format;
   if (count < 2 || print == PrintBytes) return print(out, values, format, count);
   XoString const comma(",");
-  // A full string takes nothing more.
-  for (unsigned index = 0; index < count && out.size < XoString::kMaxSize; ++index) {
+  // What does not fit is reported once.
+  bool wasFull = false;
+  for (unsigned index = 0; index < count && !wasFull; ++index) {
+    wasFull = IsFull(out);
     XoString element;
     print(element, GetArrayElement(type, values, index, count), format, 1);
     out += element;
@@ -126,7 +135,7 @@ XoString* XoTypeMgr::ConvertToXoStringOld(void* values, char type, unsigned coun
   if (strings == nullptr) return nullptr;
   auto const separator = static_cast<char>(FindSeparator(*strings, count));
   auto* const whole = static_cast<XoString*>(ObjectArray<XoString>::Create(1));
-  for (unsigned index = 0; index < count && whole->size < XoString::kMaxSize; ++index) {
+  for (unsigned index = 0; index < count && !IsFull(*whole); ++index) {
     XoString const* const element = strings->GetString(static_cast<int>(index));
     if (element != nullptr) *whole << *element;
     *whole << separator;
@@ -150,7 +159,7 @@ void* XoTypeMgr::ConvertFromXoStringOld(XoString* text, char type, unsigned coun
   for (std::size_t place = 0; place < length; ++place) {
     if (unitAt(place) != separator) continue;
     *ObjectArray<XoString>::Element(strings, piece++) =
-        text->Copy(static_cast<unsigned short>(start), static_cast<short>(place - start));
+        CopyPart(*text, static_cast<unsigned>(start), static_cast<unsigned>(place - start));
     start = place + 1;
   }
   if (length != 0) text->Cut(0);

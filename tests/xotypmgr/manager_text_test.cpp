@@ -108,11 +108,28 @@ TEST(OlderConversion, TheLastCharacterNamesTheSeparator) {
   EXPECT_EQ(Unflatten<o_4b>(XoString(wide), 2, 2), (std::vector<o_4b>{7, 8}));
 }
 
+TEST(OlderConversion, APieceMayBeLongerThanASignedCount) {
+  std::string const piece(40000, '7');
+  EXPECT_EQ(Unflatten<XoString>((piece + ";8;").c_str(), XoSTRING_T, 2),
+            (std::vector<XoString>{piece.c_str(), "8"}));
+}
+
 TEST(OlderConversion, ComesBack) {
   OlderManager manager;
   o_double values[] = {0.1, -1e300, 3};
   XoString const text(manager.Flatten(values, 3, 3).c_str());
   EXPECT_EQ(Unflatten<o_double>(text, 3, 3), (std::vector<o_double>{0.1, -1e300, 3}));
+}
+
+// The buffer of a string says nothing of what its text leaves room for.
+TEST(ManagerText, AnArrayIsAppendedToAShortTextInALargeBuffer) {
+  XoTypeMgr const manager;
+  XoString out(std::string(65531, 'x').c_str());
+  out.CopyMapped("a", out.codeSet);
+  ASSERT_EQ(out.size, 65532u);
+  o_4b values[] = {1, 2, 3};
+  manager.PrintToXoString(2, out, values, "%d", 3);
+  EXPECT_EQ(Text(out), "a1,2,3");
 }
 
 TEST(ManagerText, EmptySlotsAreTolerated) {
