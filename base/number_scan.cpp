@@ -1,5 +1,7 @@
+#include <algorithm>
 #include <cstring>
 #include <limits>
+#include <vector>
 
 #include "base/number_conversion.hpp"
 #include "base/number_format.hpp"
@@ -39,32 +41,121 @@ struct ScanConversion {
   }
 };
 
-char const* SkipWhite(char const* text) {
-  while (IsWhite(*text)) ++text;
+constexpr std::size_t kAnyLength = static_cast<std::size_t>(-1);
+
+/// Kinds of characters of which a scan meets long runs.
+enum RunKind : unsigned char {
+  kBlanks,
+  kWord,
+  kAll,
+  kZeros,
+  kOctal,
+  kDecimal,
+  kHexadecimal,
+  kRunKinds,
+};
+
+template <RunKind kKind>
+constexpr bool IsOfKind(char character) {
+  switch (kKind) {
+    case kBlanks:
+      return IsWhite(character);
+    case kWord:
+      return character != 0 && !IsWhite(character);
+    case kAll:
+      return character != 0;
+    case kZeros:
+      return character == '0';
+    default:
+      return DigitValue(character) < (kKind == kOctal ? 8u : kKind == kHexadecimal ? 16u : 10u);
+  }
+}
+
+template <RunKind kKind>
+char const* RunEnd(char const* text, std::size_t most) {
+  for (; most != 0 && IsOfKind<kKind>(*text); --most) ++text;
   return text;
 }
 
-/// Passes over the characters of "%*s" and "%*c"; null where there is none.
-char const* PassOver(char const* text, ScanConversion const& conversion) {
-  if (conversion.letter == 's') text = SkipWhite(text);
-  char const* const first = text;
-  std::size_t most = conversion.width;
-  if (most == 0) most = conversion.letter == 'c' ? 1 : static_cast<std::size_t>(-1);
-  while (most != 0 && *text != 0 && (conversion.letter == 'c' || !IsWhite(*text))) {
-    ++text;
-    --most;
+/// The runs of a single scan, each of which is met once.
+struct PassingRuns {
+  void NextStep() {}
+
+  /// The end of the run at `text`, at most as many characters behind it.
+  template <RunKind kKind>
+  char const* End(char const* text, std::size_t most) {
+    return RunEnd<kKind>(text, most);
   }
-  return text != first ? text : nullptr;
+};
+
+/// The runs of one scan after the other. A step of the format comes to places that do not go back
+/// from scan to scan, so its last run of each kind tells where most of them end.
+class RememberedRuns {
+ public:
+  explicit RememberedRuns(std::vector<IntegerScanner::Run>& runs_) : runs(runs_) {}
+
+  void NextStep() { step += kRunKinds; }
+
+  template <RunKind kKind>
+  char const* End(char const* text, std::size_t most) {
+    if (!IsOfKind<kKind>(*text)) return text;
+    if (runs.size() < step + kRunKinds) runs.resize(step + kRunKinds);
+    IntegerScanner::Run& run = runs[step + kKind];
+    if (run.first == nullptr || text < run.first || text >= run.last) {
+      run = {text, RunEnd<kKind>(text, kAnyLength)};
+    }
+    return text + std::min(most, static_cast<std::size_t>(run.last - text));
+  }
+
+ private:
+  std::vector<IntegerScanner::Run>& runs;
+  std::size_t step = 0;
+};
+
+template <class Runs>
+char const* SkipWhite(char const* text, Runs& runs) {
+  return runs.template End<kBlanks>(text, kAnyLength);
+}
+
+/// Passes over the characters of "%*s" and "%*c"; null where there is none.
+template <class Runs>
+char const* PassOver(char const* text, ScanConversion const& conversion, Runs& runs) {
+  std::size_t const width = conversion.width;
+  char const* end = nullptr;
+  if (conversion.letter == 'c') {
+    end = runs.template End<kAll>(text, width != 0 ? width : 1);
+  } else {
+    text = SkipWhite(text, runs);
+    end = runs.template End<kWord>(text, width != 0 ? width : kAnyLength);
+  }
+  return end != text ? end : nullptr;
+}
+
+template <class Runs>
+char const* DigitsEnd(char const* text, unsigned base, std::size_t most, Runs& runs) {
+  switch (base) {
+    case 8:
+      return runs.template End<kOctal>(text, most);
+    case 16:
+      return runs.template End<kHexadecimal>(text, most);
+    default:
+      return runs.template End<kDecimal>(text, most);
+  }
 }
 
 /// Reads an integer at `text`; its end, or null where there is none. Digits are met one by one, so
 /// that the end of the text need not be known.
-char const* ReadConverted(char const* text, ScanConversion const& conversion,
-                          std::uint64_t& value) {
-  std::size_t left = conversion.width != 0 ? conversion.width : static_cast<std::size_t>(-1);
+template <class Runs>
+char const* ReadConverted(char const* text, ScanConversion const& conversion, std::uint64_t& value,
+                          Runs& runs) {
+  std::size_t left = conversion.width != 0 ? conversion.width : kAnyLength;
   auto const take = [&text, &left] {
     ++text;
     --left;
+  };
+  auto const takeTo = [&text, &left](char const* end) {
+    left -= static_cast<std::size_t>(end - text);
+    text = end;
   };
   bool const isSigned = IsSignedLetter(conversion.letter);
   bool const negative = *text == '-';
@@ -89,8 +180,13 @@ char const* ReadConverted(char const* text, ScanConversion const& conversion,
   std::uint64_t magnitude = 0;
   bool overflows = false;
   char const* const first = text;
+  if (*text == '0') takeTo(runs.template End<kZeros>(text, left));
   for (unsigned digit = 0; left != 0 && (digit = DigitValue(*text)) < base; take()) {
-    if (magnitude > most || (magnitude == most && digit > limit % base)) overflows = true;
+    if (magnitude > most || (magnitude == most && digit > limit % base)) {
+      overflows = true;
+      takeTo(DigitsEnd(text, base, left, runs));
+      break;
+    }
     magnitude = magnitude * base + digit;
   }
   if (text == first) return nullptr;
@@ -100,77 +196,87 @@ char const* ReadConverted(char const* text, ScanConversion const& conversion,
   return text;
 }
 
-char const* ReadInteger(char const* text, ScanConversion const& conversion, std::uint64_t& value) {
-  if (conversion.letter != 'c') return ReadConverted(SkipWhite(text), conversion, value);
-  if (*text == 0) return nullptr;
-  value = static_cast<unsigned char>(*text);
-  return text + 1;
-}
+struct ReadInteger {
+  template <class Runs>
+  char const* operator()(char const* text, ScanConversion const& conversion, std::uint64_t& value,
+                         Runs& runs) const {
+    if (conversion.letter != 'c') {
+      return ReadConverted(SkipWhite(text, runs), conversion, value, runs);
+    }
+    if (*text == 0) return nullptr;
+    value = static_cast<unsigned char>(*text);
+    return text + 1;
+  }
+};
 
-template <class Number>
-char const* ReadFloating(char const* text, ScanConversion const& conversion, Number& value) {
-  text = SkipWhite(text);
-  char const* const last = conversion.LimitOf(text);
-  bool const negative = text != last && *text == '-';
-  if (negative || (text != last && *text == '+')) ++text;
-  Number magnitude = 0;
-  char const* const end = ReadMagnitude(text, last, magnitude);
-  if (end != nullptr) value = negative ? -magnitude : magnitude;
-  return end;
-}
+struct ReadFloating {
+  template <class Number>
+  char const* operator()(char const* text, ScanConversion const& conversion, Number& value,
+                         PassingRuns& runs) const {
+    text = SkipWhite(text, runs);
+    char const* const last = conversion.LimitOf(text);
+    bool const negative = text != last && *text == '-';
+    if (negative || (text != last && *text == '+')) ++text;
+    Number magnitude = 0;
+    char const* const end = ReadMagnitude(text, last, magnitude);
+    if (end != nullptr) value = negative ? -magnitude : magnitude;
+    return end;
+  }
+};
 
-template <class Value>
-bool ScanValue(char const* text, char const* format, bool (*takes)(char letter),
-               char const* (*read)(char const*, ScanConversion const&, Value&), Value& value) {
+/// What follows the number in the format cannot change it, and is not looked at.
+template <class Read, class Value, class Runs>
+bool ScanValue(char const* text, char const* format, bool (*takes)(char letter), Read read,
+               Value& value, Runs runs) {
   if (text == nullptr || format == nullptr) return false;
-  bool found = false;
-  while (*format != 0) {
+  for (; *format != 0; runs.NextStep()) {
     if (IsWhite(*format)) {
-      text = SkipWhite(text);
+      text = SkipWhite(text, runs);
       ++format;
       continue;
     }
     if (*format == '%') {
       if (format[1] == '%') {
         // A "%" is met behind white space, as a number is.
-        text = SkipWhite(text);
+        text = SkipWhite(text, runs);
         ++format;
       } else {
         ScanConversion conversion;
         char const* const behind = conversion.Read(format + 1, takes);
-        if (behind != nullptr && (conversion.discards || !found)) {
+        if (behind != nullptr) {
+          if (!conversion.discards) return read(text, conversion, value, runs) != nullptr;
           Value passed = 0;
-          char const* const end =
-              conversion.PassesOver()
-                  ? PassOver(text, conversion)
-                  : read(text, conversion, conversion.discards ? passed : value);
-          if (end == nullptr) return found;
-          if (!conversion.discards) found = true;
-          text = end;
+          text = conversion.PassesOver() ? PassOver(text, conversion, runs)
+                                         : read(text, conversion, passed, runs);
+          if (text == nullptr) return false;
           format = behind;
           continue;
         }
       }
     }
-    if (*text != *format) return found;
+    if (*text != *format) return false;
     ++text;
     ++format;
   }
-  return found;
+  return false;
 }
 
 }  // namespace
 
 bool ScanInteger(char const* text, char const* format, std::uint64_t& value) {
-  return ScanValue(text, format, IsIntegerLetter, ReadInteger, value);
+  return ScanValue(text, format, IsIntegerLetter, ReadInteger(), value, PassingRuns());
 }
 
 bool ScanDouble(char const* text, char const* format, double& value) {
-  return ScanValue(text, format, IsFloatingLetter, ReadFloating<double>, value);
+  return ScanValue(text, format, IsFloatingLetter, ReadFloating(), value, PassingRuns());
 }
 
 bool ScanFloat(char const* text, char const* format, float& value) {
-  return ScanValue(text, format, IsFloatingLetter, ReadFloating<float>, value);
+  return ScanValue(text, format, IsFloatingLetter, ReadFloating(), value, PassingRuns());
+}
+
+bool IntegerScanner::Scan(char const* place, std::uint64_t& value) {
+  return ScanValue(place, format, IsIntegerLetter, ReadInteger(), value, RememberedRuns(runs));
 }
 
 }  // namespace xo

@@ -103,9 +103,10 @@ void* ScanBytes(void* target, XoString& text, char const* format, unsigned count
   if (target == nullptr) return nullptr;
   NarrowText const narrow(text);
   char const* place = narrow.Get();
+  IntegerScanner scanner(format);
   for (std::size_t index = 0; index < count && *place != 0; ++index, ++place) {
     std::uint64_t value = 0;
-    if (ScanInteger(place, "0x%x", value) || ScanInteger(place, format, value)) {
+    if (ScanInteger(place, "0x%x", value) || scanner.Scan(place, value)) {
       StoreBytes(Advance(target, index), static_cast<o_u1b>(value));
     }
   }

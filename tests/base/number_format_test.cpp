@@ -430,6 +430,28 @@ TEST_F(NumberFormatOracle, IntegersScanAsTheCLibraryDoes) {
   }
 }
 
+TEST_F(NumberFormatOracle, PlaceAfterPlaceScansAsEachByItself) {
+  std::string const alphabet = "00179f xX+-";
+  char const* const formats[] = {"%d",     "%i",    "%o",      "%x",         "%hhu",       " %c",
+                                 "%*d%c",  "%*i%i", "%*s%d",   "%*d %*s %c", "%*30c%I64d", "%5d",
+                                 "%*3x%o", "0%d",   "%*5s %d", "%%%d",       "%d%n",       nullptr};
+  for (int round = 0; round < 3'000; ++round) {
+    std::string text;
+    for (unsigned runs = Below(12); runs != 0; --runs) {
+      text.append(1 + Below(OneIn(4) ? 70 : 2), alphabet[Below(11)]);
+    }
+    for (char const* format : formats) {
+      IntegerScanner scanner(format);
+      for (std::size_t place = 0; place <= text.size(); place += 1 + (OneIn(5) ? Below(9) : 0)) {
+        std::uint64_t value = 17, expected = 17;
+        bool const read = ScanInteger(text.c_str() + place, format, expected);
+        ASSERT_EQ(scanner.Scan(text.c_str() + place, value), read) << format << " '" << text << "'";
+        ASSERT_EQ(value, expected) << format << " '" << text << "' at " << place;
+      }
+    }
+  }
+}
+
 TEST_F(NumberFormatOracle, WhatIsPrintedScansBack) {
   for (int round = 0; round < 30'000; ++round) {
     std::uint64_t const bits = Bits();

@@ -1,10 +1,12 @@
 #include <gtest/gtest.h>
 
 #include <bit>
+#include <chrono>
 #include <cmath>
 #include <cstring>
 #include <limits>
 #include <string>
+#include <vector>
 
 #include "base/bytes.hpp"
 #include "tests/base/random_test.hpp"
@@ -112,6 +114,22 @@ TEST(ByteScan, OnePlaceOfTheTextForEachElement) {
   EXPECT_EQ(std::string(bytes, bytes + 3), "ab\x11");
   manager.ScanFromXoString(0, bytes, text, nullptr, 0);
   EXPECT_EQ(bytes[0], 'a');
+}
+
+// To read the rest of the text from each place would take minutes.
+TEST(ByteScan, TakesTimeInProportionToTheText) {
+  constexpr unsigned kLength = 65531;
+  XoTypeMgr const manager;
+  std::vector<o_char> bytes(kLength);
+  auto const start = std::chrono::steady_clock::now();
+  for (char const character : {'7', '0', ' ', 'a'}) {
+    XoString text(std::string(kLength, character).c_str());
+    for (char const* format :
+         {"%c", " %c", "%d", "%o", "%x", "%*d%c", "%*s%c", "%*d %*s %c", "%*65000c%c", "%*c%d"}) {
+      manager.ScanFromXoString(0, bytes.data(), text, format, kLength);
+    }
+  }
+  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(15));
 }
 
 TEST(FloatingScan, NamesOfWhatIsNotFinite) {
