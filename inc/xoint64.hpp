@@ -5,6 +5,7 @@
 #include <type_traits>
 
 #include "base/export.hpp"
+#include "xotypes.hpp"
 
 class XoString;
 
@@ -106,6 +107,15 @@ class XoInt64 {
   /// must be that of the letter, any for "%S". Overflow wraps. Where the text does not match, the
   /// value becomes -1; where it ends too early, it keeps what was read so far.
   XO_EXPORT void ScanFromXoString(XoString const& text, char const* format);
+
+  // Slots of the row. New elements are 0. A stored one is its two halves, the low one first in
+  // every format.
+  XO_EXPORT static TypeDescriptor::CreateFunction Create;
+  XO_EXPORT static TypeDescriptor::DeleteFunction Delete;
+  XO_EXPORT static TypeDescriptor::StoreFunction Store;
+  XO_EXPORT static TypeDescriptor::LoadFunction Load;
+  XO_EXPORT static TypeDescriptor::NullSizeGetFunction NullSizeGet;
+  XO_EXPORT static TypeDescriptor::SizeGetFunction SizeGet;
 
  private:
   XO_EXPORT static void ReportDivisionByZero();

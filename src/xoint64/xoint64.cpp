@@ -4,9 +4,12 @@
 #include <cmath>
 #include <string>
 
+#include "base/format.hpp"
 #include "base/number_parts.hpp"
 #include "base/platform.hpp"
+#include "base/scalar_disk.hpp"
 #include "src/xostring/narrow_text.hpp"
+#include "src/xotypes/object_array.hpp"
 #include "xostring.hpp"
 
 namespace {
@@ -153,4 +156,26 @@ void XoInt64::ScanFromXoString(XoString const& text, char const* format) {
       return;
     }
   }
+}
+
+void* XoInt64::Create(unsigned count) { return xo::ObjectArray<XoInt64>::Create(count); }
+
+void* XoInt64::Delete(void* values, unsigned count) {
+  return xo::ObjectArray<XoInt64>::Delete(values, count);
+}
+
+unsigned XoInt64::Store(void* disk, void const* memory, unsigned char format, unsigned count) {
+  return LongStore(disk, memory, xo::FormNibble(format), 2 * count);
+}
+
+unsigned XoInt64::Load(void* memory, void const* disk, unsigned char format, unsigned count) {
+  return Store(memory, disk, format, count);
+}
+
+unsigned XoInt64::NullSizeGet(unsigned count) {
+  return static_cast<unsigned>(sizeof(XoInt64)) * count;
+}
+
+unsigned XoInt64::SizeGet(void const*, unsigned char, unsigned char, unsigned count) {
+  return NullSizeGet(count);
 }

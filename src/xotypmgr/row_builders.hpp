@@ -152,13 +152,12 @@ constexpr TypeDescriptor MakeScalarRow(char const* name, char const* typeIdName,
 template <class Traits>
 constexpr TypeDescriptor MakeInt64Row(char const* name, char const* typeIdName,
                                       char const* format) {
-  using Array = ObjectArray<XoInt64>;
-  auto row =
-      WithArraysAndText<Array, NumberText<XoInt64>>(MakeFixedRow<Traits>(name, typeIdName, format));
+  auto row = WithArraysAndText<XoInt64, NumberText<XoInt64>>(
+      MakeFixedRow<Traits>(name, typeIdName, format));
   row.EvalAndBound = EvaluateNumber<XoInt64, Int64Family>;
   row.Hash = HashScalars<XoInt64, Int64Family>;
   // New elements are 0, which is the default.
-  row.DefaultValue = [](unsigned count, int) { return Array::Create(count); };
+  row.DefaultValue = [](unsigned count, int) { return XoInt64::Create(count); };
   row.GetValue = StepInt64;
   return row;
 }

@@ -87,6 +87,16 @@ TEST(Int64Row, TakesEightBytesAnElement) {
   EXPECT_EQ(CurrentTypeTable[26]->NullSizeGet(3), 24u);
 }
 
+TEST(Int64Row, ItsFunctionsAreThoseOfTheClass) {
+  TypeDescriptor const& row = *CurrentTypeTable[26];
+  EXPECT_EQ(row.Create, XoInt64::Create);
+  EXPECT_EQ(row.Delete, XoInt64::Delete);
+  EXPECT_EQ(row.Store, XoInt64::Store);
+  EXPECT_EQ(row.Load, XoInt64::Load);
+  EXPECT_EQ(row.NullSizeGet, XoInt64::NullSizeGet);
+  EXPECT_EQ(row.SizeGet, XoInt64::SizeGet);
+}
+
 TEST(Int64Row, TranslatesAsTypesOfFixedWidthDo) {
   XoTypeMgr const manager;
   XoInt64 values[2] = {XoInt64(1), XoInt64(-2)};
