@@ -131,7 +131,7 @@ void PutConverted(BoundedText& text, Conversion const& conversion, std::uint64_t
   char const letter = conversion.letter;
   if (letter == 'c') {
     char const character = static_cast<char>(value);
-    conversion.Put(text, {.sign = {}, .digits = {&character, 1}, .exponent = {}}, false);
+    conversion.Put(text, {.sign = {}, .digits = {&character, 1}, .exponent = {}}, true);
     return;
   }
   bool const isSigned = IsSignedLetter(letter);

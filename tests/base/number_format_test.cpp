@@ -93,6 +93,14 @@ TEST(NumberFormat, FlagsWidthAndPrecision) {
   EXPECT_EQ(Integer("[%-3c]", 'A'), "[A  ]");
 }
 
+TEST(NumberFormat, CharactersAreFilledAsNumbersAre) {
+  EXPECT_EQ(Integer("%3c|", 'A'), "  A|");
+  EXPECT_EQ(Integer("%-3c|", 'A'), "A  |");
+  EXPECT_EQ(Integer("%03c|", 'A'), "00A|");
+  EXPECT_EQ(Integer("%-03c|", 'A'), "A  |");
+  EXPECT_EQ(Integer("%+.5c|", 'A'), "A|");
+}
+
 TEST(NumberFormat, WhatTakesNoIntegerIsText) {
   EXPECT_EQ(Integer("%s", 1), "%s");
   EXPECT_EQ(Integer("%n", 1), "%n");
@@ -343,6 +351,30 @@ TEST(NumberScan, FloatsRoundOnce) {
   EXPECT_EQ(value, std::numeric_limits<float>::infinity());
 }
 
+using NumberScanPlaces = RandomTest;
+
+TEST_F(NumberScanPlaces, PlaceAfterPlaceScansAsEachByItself) {
+  std::string const alphabet = "00179f xX+-";
+  char const* const formats[] = {"%d",     "%i",    "%o",      "%x",         "%hhu",       " %c",
+                                 "%*d%c",  "%*i%i", "%*s%d",   "%*d %*s %c", "%*30c%I64d", "%5d",
+                                 "%*3x%o", "0%d",   "%*5s %d", "%%%d",       "%d%n",       nullptr};
+  for (int round = 0; round < 3'000; ++round) {
+    std::string text;
+    for (unsigned runs = Below(12); runs != 0; --runs) {
+      text.append(1 + Below(OneIn(4) ? 70 : 2), alphabet[Below(11)]);
+    }
+    for (char const* format : formats) {
+      IntegerScanner scanner(format);
+      for (std::size_t place = 0; place <= text.size(); place += 1 + (OneIn(5) ? Below(9) : 0)) {
+        std::uint64_t value = 17, expected = 17;
+        bool const read = ScanInteger(text.c_str() + place, format, expected);
+        ASSERT_EQ(scanner.Scan(text.c_str() + place, value), read) << format << " '" << text << "'";
+        ASSERT_EQ(value, expected) << format << " '" << text << "' at " << place;
+      }
+    }
+  }
+}
+
 /// Against the C library in the C locale, where its sizes are ours.
 class NumberFormatOracle : public RandomTest {
  protected:
@@ -427,28 +459,6 @@ TEST_F(NumberFormatOracle, IntegersScanAsTheCLibraryDoes) {
     EXPECT_EQ(read, count == 1) << format << letter << " '" << text << "'";
     EXPECT_EQ(value, static_cast<std::uint64_t>(expected))
         << format << letter << " '" << text << "'";
-  }
-}
-
-TEST_F(NumberFormatOracle, PlaceAfterPlaceScansAsEachByItself) {
-  std::string const alphabet = "00179f xX+-";
-  char const* const formats[] = {"%d",     "%i",    "%o",      "%x",         "%hhu",       " %c",
-                                 "%*d%c",  "%*i%i", "%*s%d",   "%*d %*s %c", "%*30c%I64d", "%5d",
-                                 "%*3x%o", "0%d",   "%*5s %d", "%%%d",       "%d%n",       nullptr};
-  for (int round = 0; round < 3'000; ++round) {
-    std::string text;
-    for (unsigned runs = Below(12); runs != 0; --runs) {
-      text.append(1 + Below(OneIn(4) ? 70 : 2), alphabet[Below(11)]);
-    }
-    for (char const* format : formats) {
-      IntegerScanner scanner(format);
-      for (std::size_t place = 0; place <= text.size(); place += 1 + (OneIn(5) ? Below(9) : 0)) {
-        std::uint64_t value = 17, expected = 17;
-        bool const read = ScanInteger(text.c_str() + place, format, expected);
-        ASSERT_EQ(scanner.Scan(text.c_str() + place, value), read) << format << " '" << text << "'";
-        ASSERT_EQ(value, expected) << format << " '" << text << "' at " << place;
-      }
-    }
   }
 }
 
