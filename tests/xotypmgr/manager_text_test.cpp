@@ -75,6 +75,15 @@ TEST(OlderConversion, TheSeparatorIsInNoneOfTheStrings) {
   EXPECT_EQ(manager.Flatten(nullptr, 2, 2), "\x01\x01");
 }
 
+TEST(OlderConversion, AMissingStringLeavesItsSeparator) {
+  RowKeeper const row(CurrentTypeTable[2]);
+  row->ConvertTo = [](void*, unsigned) {
+    return XoTypeConvertData::Make(XoSTRING_T, 1, givenStrings.data(), nullptr);
+  };
+  givenStrings = {XoString("a")};
+  EXPECT_EQ(OlderManager().Flatten(nullptr, 2, 3), "a\x01\x01\x01");
+}
+
 TEST(OlderConversion, ManyLongStringsEndWhereAStringDoes) {
   RowKeeper const row(CurrentTypeTable[2]);
   row->ConvertTo = GiveStrings;
@@ -106,6 +115,32 @@ TEST(OlderConversion, TheLastCharacterNamesTheSeparator) {
   EXPECT_EQ(Unflatten<o_4b>("12", 2, 2), (std::vector<o_4b>{1, 0}));
   unsigned short const wide[] = {'7', 0x3B1, '8', 0x3B1, 0};
   EXPECT_EQ(Unflatten<o_4b>(XoString(wide), 2, 2), (std::vector<o_4b>{7, 8}));
+}
+
+std::vector<std::string> givenPieces;
+XoTypeMgr* givenOwner = nullptr;
+
+TEST(OlderConversion, ThePieceBehindTheLastSeparatorIsEmpty) {
+  RowKeeper const row(CurrentTypeTable[2]);
+  row->ConvertFrom = [](XoTypeConvertData* strings, unsigned count) -> void* {
+    EXPECT_EQ(count, 7u);
+    givenOwner = strings->manager;
+    for (unsigned piece = 0; piece < strings->count; ++piece) {
+      givenPieces.push_back(Text(*strings->GetString(static_cast<int>(piece))));
+    }
+    return &givenPieces;
+  };
+  OlderManager manager;
+  XoString text("a;;bc;");
+  EXPECT_EQ(manager.Unflatten(text, 2, 7), &givenPieces);
+  EXPECT_EQ(givenPieces, (std::vector<std::string>{"a", "", "bc", ""}));
+  EXPECT_EQ(givenOwner, &manager);
+  EXPECT_EQ(text.Len(), 0);
+  givenPieces.clear();
+  EXPECT_EQ(manager.Unflatten(text, 2, 7), &givenPieces);
+  EXPECT_EQ(givenPieces, std::vector<std::string>{""});
+  row->ConvertFrom = nullptr;
+  EXPECT_EQ(manager.Unflatten(text, 2, 7), nullptr);
 }
 
 TEST(OlderConversion, APieceMayBeLongerThanASignedCount) {
