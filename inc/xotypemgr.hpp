@@ -214,7 +214,8 @@ class XO_EXPORT XoTypeMgr {
 
   // Values as text.
   /// A new carrier of `count` strings, one for each value, with this manager as its owner; `delete`
-  /// frees both. Null for a type that does not convert.
+  /// frees both. Null for a type that does not convert. Numbers and text convert as told at
+  /// xotypeconvert.hpp, values of other classes as they print and scan in the row's format.
   XoTypeConvertData* ConvertTo(char type, void* values, unsigned count);
   /// New values, the caller's until `Delete`, from `count` strings, whose owner this manager
   /// becomes. Strings that are missing give the default of the type or, where it has one, null.

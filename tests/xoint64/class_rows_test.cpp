@@ -203,6 +203,24 @@ TEST(Int64Row, ConvertsByItsOwnScan) {
                                   XoInt64(0)}));
 }
 
+// The other numbers give their text the default code set of one byte a character.
+TEST(Int64Row, ConvertsToTheDefaultCodeSet) {
+  unsigned char const before = XoString::GetDefaultCodeSet();
+  XoString::SetDefaultCodeSet(253);
+  XoTypeMgr manager;
+  XoInt64 value(-7);
+  XoTypeConvertData* const strings = manager.ConvertTo(26, &value, 1);
+  EXPECT_EQ(strings->GetString(0)->codeSet, 253);
+  EXPECT_EQ(static_cast<int>(*strings->GetString(0)), -7);
+  delete strings;
+  o_4b number = -7;
+  XoTypeConvertData* const numbers = manager.ConvertTo(2, &number, 1);
+  EXPECT_EQ(numbers->GetString(0)->codeSet, XoString::GetDefault8CodeSet());
+  EXPECT_STREQ(numbers->GetString(0)->StrGet(), "-7");
+  delete numbers;
+  XoString::SetDefaultCodeSet(before);
+}
+
 TEST(Int64Row, DefaultAndNullAreZero) {
   XoTypeMgr manager;
   for (int asNull : {0, 1}) {
