@@ -142,8 +142,9 @@ template <class Units>
 /// Compares two whole texts of one code set and language, without a pattern. Words mostly differ in
 /// a letter soon: that is settled here without a call, so that nothing has to be kept in memory.
 template <class Units>
-[[gnu::noinline]] int CompareWhole(unsigned char codeSet, unsigned char language, char const* text1,
-                                   char const* text2, unsigned short cmpOp) {
+[[gnu::always_inline]] inline int CompareWhole(unsigned char codeSet, unsigned char language,
+                                               char const* text1, char const* text2,
+                                               unsigned short cmpOp) {
   OrderTable const* const table = intl::FindOrderTable(codeSet);
   XoLanguage const* const record = intl::FindLanguage(language);
   if (table == nullptr || record == nullptr) {
@@ -161,9 +162,34 @@ template <class Units>
     code1 = Units::Get(text1 + same);
     code2 = Units::Get(text2 + same);
   }
-  int const letters = DifferenceOfLetters<Units>(table->Heads(), record->variantFlag, code1, code2);
-  if (letters != 0) return letters;
+  unsigned char const variants = record->variantFlag;
+  LetterHead const* const heads = table->Heads();
+  for (std::size_t place = same; Units::HaveHeads(unsigned{code1} | code2);) {
+    LetterHead const head1 = heads[code1];
+    LetterHead const head2 = heads[code2];
+    // No contraction of what is the same before them reaches either: it would be unsettled then.
+    if ((head1 | head2).IsUnsettled(variants)) break;
+    int const letters = static_cast<int>(head1.Letter()) - static_cast<int>(head2.Letter());
+    if (letters != 0) return letters;
+    // The same letter in another case: the next ones that differ may be others.
+    std::size_t const next = place + Units::kSize;
+    if ((head1 | head2).MayBeMore(variants) || Units::IsMarkAt(text1 + next) ||
+        Units::IsMarkAt(text2 + next)) {
+      break;
+    }
+    do {
+      place += Units::kSize;
+      code1 = Units::Get(text1 + place);
+      code2 = Units::Get(text2 + place);
+    } while (code1 == code2 && code1 != 0 && place < kFar<Units>);
+    if (code1 == code2) break;
+  }
   return CompareFurther<Units>(codeSet, language, text1, text2, cmpOp, same);
+}
+
+[[gnu::noinline]] int CompareWholeWide(unsigned char codeSet, unsigned char language,
+                                       char const* text1, char const* text2, unsigned short cmpOp) {
+  return CompareWhole<WideUnits>(codeSet, language, text1, text2, cmpOp);
 }
 
 }  // namespace
@@ -174,8 +200,8 @@ int XoStrCmp(unsigned char codeSet1, unsigned char language1, char const* text1,
   if (codeSet1 == codeSet2 && language1 == language2 && text1 != nullptr && text2 != nullptr &&
       (cmpOp & kNoPattern) == kCmpNoWildcards && count == -1 && byteOrder != FormBig &&
       positional == nullptr) {
-    return IsWide(codeSet1) ? CompareWhole<WideUnits>(codeSet1, language1, text1, text2, cmpOp)
-                            : CompareWhole<NarrowUnits>(codeSet1, language1, text1, text2, cmpOp);
+    if (IsWide(codeSet1)) return CompareWholeWide(codeSet1, language1, text1, text2, cmpOp);
+    return CompareWhole<NarrowUnits>(codeSet1, language1, text1, text2, cmpOp);
   }
   return CompareAny(codeSet1, language1, text1, codeSet2, language2, text2, cmpOp, count, byteOrder,
                     positional);
