@@ -24,12 +24,6 @@ struct KeyOrders {
   }
 };
 
-/// Whether one of four orders is zero.
-constexpr bool HasZeroOrder(std::uint64_t orders) {
-  constexpr std::uint64_t kOnes = 0x0001000100010001;
-  return ((orders - kOnes) & ~orders & kOnes << 15) != 0;
-}
-
 /// Whether an order is that of a space or symbol.
 constexpr bool IsIgnorable(unsigned order) { return order - 1 < kFirstSignificantOrder - 1u; }
 
@@ -84,72 +78,116 @@ struct KeyCursor {
   }
 }
 
-/// The bits in which four orders differ from four others, without those of accent and case where
-/// they are letters: bits 7 to 13 of orders whose upper two bits are 01.
-constexpr std::uint64_t LetterDifference(std::uint64_t a, std::uint64_t b) {
-  constexpr std::uint64_t kLetterBit = 0x4000400040004000;
-  std::uint64_t const letters = a & ~(a >> 1) & kLetterBit;
-  return (a ^ b) & ~(letters - (letters >> 7));
-}
-
-/// The place in bytes of the first orders in which two keys differ in more than accent and case, or
-/// the end of the shorter one, which has `common` bytes; 0 where a zero ends a key before its end.
-[[gnu::always_inline]] inline std::size_t FirstDifference(KeyOrders const& a, KeyOrders const& b,
-                                                          std::size_t common) {
-  auto const load = [](KeyOrders const& key, std::size_t at) {
-    return LoadBytes<std::uint64_t>(key.orders + at);
-  };
-  auto const loadLast = [common](KeyOrders const& key) {
-    return LoadBytes<std::uint64_t>(key.orders + common - 8);
-  };
-  auto const place = [](std::uint64_t bits) {
-    return static_cast<std::size_t>(std::countr_zero(bits)) / 16 * 2;
-  };
-  // Two blocks at a time, of which the second may reach back into the first, so that the place of
-  // the difference decides no branch: where it lies cannot be foretold.
-  std::size_t offset = 0;
-  for (; offset + 8 < common; offset += 16) {
-    std::size_t const next = std::min(offset + 8, common - 8);
-    std::uint64_t const orders1 = load(a, offset);
-    std::uint64_t const orders2 = load(a, next);
-    std::uint64_t const bits1 = LetterDifference(orders1, load(b, offset));
-    std::uint64_t const bits2 = LetterDifference(orders2, load(b, next));
-    if (HasZeroOrder(orders1) || HasZeroOrder(orders2)) [[unlikely]]
-      return 0;
-    if ((bits1 | bits2) != 0) return bits1 != 0 ? offset + place(bits1) : next + place(bits2);
-  }
-  if (offset >= common) return common;
-  if (common < 4) return 0;
-  // The last block ends with the shorter key. Where that has less than a block, at least two
-  // orders, the block begins in the header of the record, which is shifted out.
-  unsigned const before = common < 8 ? static_cast<unsigned>(8 * (8 - common)) : 0;
-  std::size_t const start = common < 8 ? 0 : common - 8;
-  std::uint64_t const orders = loadLast(a) >> before;
-  if (HasZeroOrder(orders | ~(~std::uint64_t{0} >> before))) [[unlikely]]
-    return 0;
-  std::uint64_t const bits = LetterDifference(orders, loadLast(b) >> before);
-  return bits != 0 ? start + place(bits) : common;
-}
-
 /// The key of an order of `group`, without accent and case: what `LetterLevel` gives of `KeyOf`.
 constexpr unsigned LetterKey(unsigned order, unsigned group) {
   bool const isLetter = order >= kFirstLetterOrder && order < kFirstHanOrder;
   return ((isLetter ? order & 0x407F : order) + (order != 0 ? group << 16 : 0)) << 8;
 }
 
+/// Four orders in the machine's byte order, the first one lowest.
+using OrderBlock = std::uint64_t;
+inline constexpr std::size_t kBlockBytes = sizeof(OrderBlock);
+
+constexpr OrderBlock FourTimes(unsigned order) { return OrderBlock{0x0001000100010001} * order; }
+
+/// Bits of an order: those that are 01 in letters and in nothing else, and those that tell one
+/// letter from another. Between them are accent and case.
+inline constexpr unsigned kKindBits = 0xC000;
+inline constexpr unsigned kLetterBits = 0x7F;
+
+/// The bits in which four orders differ from four others, without those of accent and case where
+/// they are letters.
+constexpr OrderBlock LetterDifference(OrderBlock a, OrderBlock b) {
+  OrderBlock const letters = a & ~(a >> 1) & FourTimes(kFirstLetterOrder);
+  return (a ^ b) & ~(letters - (letters >> 7));
+}
+
+/// Has its lowest bit in the first of four orders that is zero, and none if none is.
+constexpr OrderBlock ZeroOrder(OrderBlock orders) {
+  return (orders - FourTimes(1)) & ~orders & FourTimes(0x8000);
+}
+
+/// The place in bytes of the first orders in which two keys differ in more than accent and case, or
+/// of the zero at which both end before that; not beyond the end of the shorter one.
+inline std::size_t FirstDifference(KeyOrders const& a, KeyOrders const& b) {
+  std::size_t const common = std::min(a.bytes, b.bytes);
+  if (common < kBlockBytes) return 0;
+  for (std::size_t offset = 0;;) {
+    auto const orders = LoadBytes<OrderBlock>(a.orders + offset);
+    OrderBlock const bits =
+        LetterDifference(orders, LoadBytes<OrderBlock>(b.orders + offset)) | ZeroOrder(orders);
+    if (bits != 0) return offset + static_cast<std::size_t>(std::countr_zero(bits)) / 16 * 2;
+    if (offset + kBlockBytes == common) return common;
+    // The last block may reach back into the one before it.
+    offset = std::min(offset + kBlockBytes, common - kBlockBytes);
+  }
+}
+
 /// The order of two keys of `group`, which is below `kUntabledGroup` and not 0, under an operator
 /// without a pattern and with levels.
-[[gnu::always_inline]] inline int CompareKeys(KeyOrders a, KeyOrders b, unsigned char group,
-                                              unsigned short cmpOp) {
-  std::size_t const offset = FirstDifference(a, b, std::min(a.bytes, b.bytes));
-  unsigned const order1 = a.At(offset);
-  unsigned const order2 = b.At(offset);
-  // Letters and digits that differ decide, whatever follows, and so does the end of a key.
-  if (!IsIgnorable(order1) && !IsIgnorable(order2)) [[likely]] {
+[[gnu::noinline]] inline int CompareKeys(KeyOrders a, KeyOrders b, unsigned char group,
+                                         unsigned short cmpOp) {
+  auto const next = [](KeyOrders const& key, std::size_t& offset) {
+    while (IsIgnorable(key.At(offset))) offset += 2;
+    return unsigned{key.At(offset)};
+  };
+  std::size_t offset1 = FirstDifference(a, b);
+  std::size_t offset2 = offset1;
+  for (;; offset1 += 2, offset2 += 2) {
+    unsigned const order1 = next(a, offset1);
+    unsigned const order2 = next(b, offset2);
+    // Letters and digits that differ decide, whatever stands around them, and so does the end.
     int const difference = Difference(LetterKey(order1, group), LetterKey(order2, group));
     if (difference != 0) return difference;
+    if (order1 == 0) return CompareKeyLevels(a, b, group, cmpOp);
   }
-  return CompareKeyLevels(a, b, group, cmpOp);
+}
+
+/// The fewest bytes of keys that `CompareFirstLetters` takes.
+inline constexpr std::size_t kFirstLettersBytes = kBlockBytes;
+
+/// Compares two keys by their first eight letters, in one of which most words differ; false where
+/// these do not differ, or something else stands among them. `common` are the bytes of the shorter
+/// key.
+[[gnu::always_inline]] inline bool CompareFirstLetters(unsigned char const* a,
+                                                       unsigned char const* b, std::size_t common,
+                                                       int& result) {
+  constexpr OrderBlock kKinds = FourTimes(kKindBits);
+  constexpr OrderBlock kLetters = FourTimes(kFirstLetterOrder);
+  constexpr OrderBlock kDifferent = FourTimes(kKindBits | kLetterBits);
+  constexpr unsigned kLastBit = 48;
+  auto const firstBit = [](OrderBlock bits) {
+    return static_cast<unsigned>(std::countr_zero(bits)) & kLastBit;
+  };
+  auto const difference = [](OrderBlock orders1, OrderBlock orders2, unsigned bit) {
+    return (static_cast<int>(orders1 >> bit & kLetterBits) -
+            static_cast<int>(orders2 >> bit & kLetterBits))
+           << 8;
+  };
+  auto orders1 = LoadBytes<OrderBlock>(a);
+  auto orders2 = LoadBytes<OrderBlock>(b);
+  OrderBlock bits = (orders1 ^ orders2) & kDifferent;
+  if (bits != 0) {
+    // Both are letters where those of one key are, and the kinds do not differ.
+    if ((((orders1 ^ kLetters) | bits) & kKinds) != 0) [[unlikely]]
+      return false;
+    result = difference(orders1, orders2, firstBit(bits));
+    return true;
+  }
+  if ((orders1 & kKinds) != kLetters) [[unlikely]]
+    return false;
+  // The second block may reach back into the first.
+  std::size_t const next = std::min(kBlockBytes, (common & ~std::size_t{1}) - kBlockBytes);
+  orders1 = LoadBytes<OrderBlock>(a + next);
+  orders2 = LoadBytes<OrderBlock>(b + next);
+  bits = (orders1 ^ orders2) & kDifferent;
+  if (bits == 0) return false;
+  // What stands behind the difference does not matter.
+  unsigned const bit = firstBit(bits);
+  if ((((orders1 ^ kLetters) | bits) & kKinds) << (kLastBit - bit) != 0) [[unlikely]]
+    return false;
+  result = difference(orders1, orders2, bit);
+  return true;
 }
 
 }  // namespace xo

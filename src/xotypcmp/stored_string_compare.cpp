@@ -1,8 +1,12 @@
+#include <algorithm>
+#include <bit>
 #include <cstddef>
 
+#include "intl/records.hpp"
 #include "src/xostring/order_keys.hpp"
 #include "src/xotypcmp/key_compare.hpp"
 #include "src/xotypcmp/string_rows.hpp"
+#include "src/xotypcmp/text_compare.hpp"
 #include "src/xotypes/stored_text.hpp"
 #include "xostrcmp.hpp"
 #include "xotypcmp.hpp"
@@ -130,32 +134,44 @@ int CompareElement(OperandText first, OperandText second, unsigned short cmpOp,
 // What follows compares single records that are there whole where they lie. It gives what
 // `CompareStrings` gives, or nothing.
 
-/// Whether the four bytes of a header are there. A declared length of 0 becomes the greatest by the
-/// subtraction; a record without one may then end with its length field.
-inline bool HasHeader(void const* record, unsigned available) {
-  return available - 1 >= kEmptyRecordBytes - 1 &&
-         LoadBytes<unsigned short>(record) >= kHeaderBytes;
-}
-/// Whether all of a record is there whose length field holds `length`.
-constexpr bool IsThere(unsigned available, unsigned length) {
-  return available - 1 >= length + (kLengthBytes - 1);
+/// The length field of a record.
+inline unsigned LengthOf(void const* record) { return LoadBytes<unsigned short>(record); }
+
+/// Whether a record is there whole whose length field holds at least `least`. A declared length of
+/// 0 becomes the greatest by the subtraction; the record may then end with its length field.
+inline bool IsWhole(unsigned available, void const* record, unsigned least) {
+  static_assert(kLengthBytes == 2);
+  return available - 1 >= kLengthBytes - 1 && LengthOf(record) >= least &&
+         available - 1 > LengthOf(record);
 }
 
-/// Whether two records begin as whole keys of one group do that has no rules of its own and is
-/// neither null nor cut. Both have a header.
-inline bool AreAlikeKeys(std::uint32_t header1, std::uint32_t header2) {
-  constexpr unsigned kGroups = kUntabledGroup - 1;
-  return header1 >> 16 == header2 >> 16 && (header1 >> 16 & 0xFF) == kSortOrderSet &&
-         (header1 >> 24) - 1 < kGroups && ((header1 | header2) & 1) == 0;
+/// The code set and language of a record with a header.
+inline unsigned short KindOf(void const* record) {
+  return LoadBytes<unsigned short>(Advance(record, kLengthBytes));
+}
+
+/// Whether records of a kind are keys of a group that has no rules of its own, neither null nor cut
+/// where it changes.
+constexpr bool IsPlainKey(unsigned short kind) {
+  constexpr unsigned kFirst = 1U << 8 | kSortOrderSet;
+  // The code set, if it is that of keys, goes out at the upper end, and any other one stays there.
+  return std::rotr(static_cast<unsigned short>(kind - kFirst), 8) < kUntabledGroup - 1;
+}
+
+/// Whether two records are keys of one plain kind that are there whole, with length fields of at
+/// least `least`.
+inline bool AreWholeKeys(unsigned len1, void const* buf1, unsigned len2, void const* buf2,
+                         unsigned least) {
+  return IsWhole(len1, buf1, least) && IsWhole(len2, buf2, least) && KindOf(buf1) == KindOf(buf2) &&
+         IsPlainKey(KindOf(buf1));
 }
 
 /// The text of one byte a character of a record, if it can be read where it lies, or null.
 inline char const* NarrowText(void const* record, unsigned available, bool isKey) {
-  if (!HasHeader(record, available)) return nullptr;
-  auto const header = LoadBytes<std::uint32_t>(record);
-  unsigned const length = header & 0xFFFF;
-  auto const codeSet = static_cast<unsigned char>(header >> 16);
-  if (!IsThere(available, length) || codeSet == kNoCodeSet || IsWide(codeSet)) return nullptr;
+  if (!IsWhole(available, record, kHeaderBytes)) return nullptr;
+  unsigned const length = LengthOf(record);
+  auto const codeSet = static_cast<unsigned char>(KindOf(record));
+  if (codeSet == kNoCodeSet || IsWide(codeSet)) return nullptr;
   auto const* const bytes = static_cast<char const*>(record);
   if (bytes[length] != 0 || (!isKey && bytes[length + 1] == 0)) return nullptr;
   return bytes + kHeaderBytes;
@@ -183,39 +199,89 @@ int xo::OlderStringCompare(unsigned char format, unsigned int len1, void* buf1, 
 
 namespace {
 
-/// `StringCompare` of everything but whole keys.
-[[gnu::noinline]] int CompareTexts(unsigned char format, unsigned len1, void* buf1, unsigned len2,
-                                   void* buf2, unsigned short cmpOp, unsigned count, int& status) {
+/// Compares keys of one plain kind that are there whole, with a header.
+[[gnu::noinline]] int CompareWholeKeys(void const* buf1, void const* buf2, unsigned short cmpOp,
+                                       int& status) {
+  unsigned const length1 = LoadBytes<unsigned short>(buf1);
+  unsigned const length2 = LoadBytes<unsigned short>(buf2);
+  if (((length1 | length2) & 1) != 0) [[unlikely]] {
+    // Half an order counts as one of 8 bits.
+    return CompareStrings(FormatIndexKey | FormLittle, length1 + kLengthBytes, buf1,
+                          length2 + kLengthBytes, buf2, cmpOp, 1, status, false);
+  }
+  status = 0;
+  return CompareKeys({Advance(buf1, kHeaderBytes), length1 - kHeaderBytes},
+                     {Advance(buf2, kHeaderBytes), length2 - kHeaderBytes},
+                     static_cast<unsigned char>(KindOf(buf1) >> 8), cmpOp);
+}
+
+/// Compares texts of one byte a character, of one code set and language, by their first letters.
+[[gnu::always_inline]] inline bool CompareRecordLetters(unsigned len1, void const* buf1,
+                                                        unsigned len2, void const* buf2,
+                                                        int& result) {
+  constexpr unsigned kLeast = kTextBlockBytes - kLengthBytes;
+  if (!IsWhole(len1, buf1, kLeast) || !IsWhole(len2, buf2, kLeast)) return false;
+  unsigned short const kind = KindOf(buf1);
+  if (KindOf(buf2) != kind || IsWide(static_cast<unsigned char>(kind))) return false;
+  OrderTable const* const table = intl::FindOrderTable(static_cast<unsigned char>(kind));
+  XoLanguage const* const language = intl::FindLanguage(static_cast<unsigned char>(kind >> 8));
+  if (table == nullptr || language == nullptr) return false;
+  unsigned const length1 = LengthOf(buf1);
+  unsigned const length2 = LengthOf(buf2);
+  unsigned char const* const record1 = Advance(buf1, 0);
+  unsigned char const* const record2 = Advance(buf2, 0);
+  // A terminator and an end mark, which an older record lacks.
+  auto const closes = [](unsigned char const* end) { return end[0] == 0 && end[1] != 0; };
+  if (!closes(record1 + length1) || !closes(record2 + length2)) return false;
+  return CompareTextLetters(table->Heads(), language->variantFlag, record1, record2, kHeaderBytes,
+                            std::min(length1, length2) + kLengthBytes, result);
+}
+
+/// `StringCompare` of what its first letters do not settle.
+[[gnu::noinline]] int CompareFurther(unsigned char format, unsigned len1, void* buf1, unsigned len2,
+                                     void* buf2, unsigned short cmpOp, unsigned count,
+                                     int& status) {
   if (count == 1 && (format & ~FormatIndexKey) == FormLittle) {
+    bool const isKey = format != FormLittle;
+    if (isKey && (cmpOp & kNoPattern) == kCmpNoWildcards &&
+        AreWholeKeys(len1, buf1, len2, buf2, kHeaderBytes)) {
+      return CompareWholeKeys(buf1, buf2, cmpOp, status);
+    }
     status = 0;
     int result = 0;
-    if (CompareWholeTexts(format != FormLittle, len1, buf1, len2, buf2, cmpOp, result)) {
-      return result;
-    }
+    if (CompareWholeTexts(isKey, len1, buf1, len2, buf2, cmpOp, result)) return result;
   }
   return CompareStrings(format, len1, buf1, len2, buf2, cmpOp, count, status, false);
+}
+
+/// `StringCompare` of everything but keys that begin with some letters.
+[[gnu::noinline]] int CompareTexts(unsigned char format, unsigned len1, void* buf1, unsigned len2,
+                                   void* buf2, unsigned short cmpOp, unsigned count, int& status) {
+  int result = 0;
+  if (count == 1 && format == FormLittle && (cmpOp & kNoPattern) == kCmpNoWildcards &&
+      CompareRecordLetters(len1, buf1, len2, buf2, result)) [[likely]] {
+    status = 0;
+    return result;
+  }
+  return CompareFurther(format, len1, buf1, len2, buf2, cmpOp, count, status);
 }
 
 }  // namespace
 
 int StringCompare(unsigned char format, unsigned int len1, void* buf1, unsigned int len2,
                   void* buf2, unsigned short cmpOp, unsigned int count, int& status) {
-  // Two whole keys are what an index page asks for: they are compared without a frame.
+  // Two whole keys are what an index page asks for.
   if (count == 1 && format == (FormatIndexKey | FormLittle) &&
-      (cmpOp & kNoPattern) == kCmpNoWildcards && HasHeader(buf1, len1) && HasHeader(buf2, len2))
-      [[likely]] {
-    auto const header1 = LoadBytes<std::uint32_t>(buf1);
-    auto const header2 = LoadBytes<std::uint32_t>(buf2);
-    unsigned const length1 = header1 & 0xFFFF;
-    unsigned const length2 = header2 & 0xFFFF;
-    if (AreAlikeKeys(header1, header2) && IsThere(len1, length1) && IsThere(len2, length2))
-        [[likely]] {
-      status = 0;
-      return CompareKeys(
-          {static_cast<unsigned char const*>(buf1) + kHeaderBytes, length1 - kHeaderBytes},
-          {static_cast<unsigned char const*>(buf2) + kHeaderBytes, length2 - kHeaderBytes},
-          static_cast<unsigned char>(header1 >> 24), cmpOp);
+      (cmpOp & kNoPattern) == kCmpNoWildcards &&
+      AreWholeKeys(len1, buf1, len2, buf2, kHeaderBytes + kFirstLettersBytes)) [[likely]] {
+    std::size_t const shorter = std::min(LengthOf(buf1), LengthOf(buf2));
+    status = 0;
+    int result = 0;
+    if (CompareFirstLetters(Advance(buf1, kHeaderBytes), Advance(buf2, kHeaderBytes),
+                            shorter - kHeaderBytes, result)) [[likely]] {
+      return result;
     }
+    return CompareWholeKeys(buf1, buf2, cmpOp, status);
   }
   return CompareTexts(format, len1, buf1, len2, buf2, cmpOp, count, status);
 }

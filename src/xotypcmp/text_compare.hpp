@@ -1,0 +1,69 @@
+#pragma once
+
+#include <algorithm>
+#include <bit>
+#include <cstddef>
+#include <cstdint>
+
+#include "base/bytes.hpp"
+#include "intl/order_table.hpp"
+
+/// The comparison of stored texts of one byte a character where they lie, by blocks, since their
+/// records tell how many bytes are there.
+namespace xo {
+
+/// Eight characters in the machine's byte order, the first one lowest.
+using TextBlock = std::uint64_t;
+inline constexpr std::size_t kTextBlockBytes = sizeof(TextBlock);
+
+/// Has its lowest bit in the first of eight characters that is zero, and none if none is.
+constexpr TextBlock ZeroCharacter(TextBlock characters) {
+  constexpr TextBlock kOnes = 0x0101010101010101;
+  return (characters - kOnes) & ~characters & kOnes << 7;
+}
+
+/// The place, from `place` on, of the first byte that differs in two records, or that is zero in
+/// both, of which there is one before their `end`. `end` is at least `kTextBlockBytes`.
+[[gnu::always_inline]] inline std::size_t NextDifference(unsigned char const* a,
+                                                         unsigned char const* b, std::size_t place,
+                                                         std::size_t end) {
+  for (;;) {
+    // The last block reaches back.
+    std::size_t const start = std::min(place, end - kTextBlockBytes);
+    auto const block = LoadBytes<TextBlock>(a + start);
+    TextBlock bits = (block ^ LoadBytes<TextBlock>(b + start)) | ZeroCharacter(block);
+    bits >>= 8 * (place - start);
+    if (bits != 0) return place + static_cast<std::size_t>(std::countr_zero(bits)) / 8;
+    place = start + kTextBlockBytes;
+  }
+}
+
+/// Compares two texts, which begin at `place` of their records and end in a zero before `end`, by
+/// the first difference of their letters; false where there is none, unless the texts are the same,
+/// and where a head does not tell what its character compares as. `heads` are those of the code
+/// set, `variants` is the variant flag of the language.
+[[gnu::always_inline]] inline bool CompareTextLetters(LetterHead const* heads,
+                                                      unsigned char variants,
+                                                      unsigned char const* a,
+                                                      unsigned char const* b, std::size_t place,
+                                                      std::size_t end, int& result) {
+  for (bool isStart = true;; isStart = false, ++place) {
+    place = NextDifference(a, b, place, end);
+    unsigned char const code1 = a[place];
+    unsigned char const code2 = b[place];
+    if (code1 == code2) {
+      result = 0;
+      return isStart && code1 == 0;
+    }
+    LetterHead const head1 = heads[code1];
+    LetterHead const head2 = heads[code2];
+    // No contraction of what is the same before them reaches either: it would be unsettled then.
+    if ((head1 | head2).IsUnsettled(variants)) return false;
+    result = static_cast<int>(head1.Letter()) - static_cast<int>(head2.Letter());
+    if (result != 0) return true;
+    // The same letter: accents or case differ, which matters if no letters do.
+    if ((head1 | head2).MayBeMore(variants)) return false;
+  }
+}
+
+}  // namespace xo
