@@ -63,6 +63,15 @@ void DayOfDateByChrono(benchmark::State& state) {
       [](year_month_day const& date) { return sys_days{date}.time_since_epoch().count(); });
 }
 
+void HistoricalStep(benchmark::State& state) {
+  std::vector<d_Date> dates;
+  for (XoDate const& date : RandomDates()) dates.push_back(date);
+  Run(state, dates, [](d_Date date) { return ++date; });
+}
+void Step(benchmark::State& state) {
+  Run(state, RandomDates(), [](XoDate const& date) { return XoDate(date.dayabs() + 1); });
+}
+
 void Weekday(benchmark::State& state) {
   Run(state, RandomDates(), [](XoDate const& date) { return date.GetDayOfTheDate(); });
 }
@@ -207,6 +216,8 @@ void CompareArray(benchmark::State& state, XCompare* compare, unsigned char form
   RegisterBenchmark("1024 days to dates/std::chrono", DateOfDayByChrono);
   RegisterBenchmark("1024 dates to days/ours", DayOfDate);
   RegisterBenchmark("1024 dates to days/std::chrono", DayOfDateByChrono);
+  RegisterBenchmark("1024 historical dates stepped/ours", HistoricalStep);
+  RegisterBenchmark("1024 historical dates stepped/XoDate", Step);
   RegisterBenchmark("1024 weekdays of dates/ours", Weekday);
   RegisterBenchmark("1024 weekdays of dates/std::chrono", WeekdayByChrono);
   RegisterBenchmark("Print of a date-time/ours", Print);

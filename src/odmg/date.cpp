@@ -1,3 +1,5 @@
+#include <type_traits>
+
 #include "base/clock.hpp"
 #include "src/odmg/conversion.hpp"
 #include "src/xodate/clock_fields.hpp"
@@ -14,7 +16,12 @@ constexpr int kLastJulianNumber = 2299160;
 
 constexpr char kFormat[] = "%a %b %e";
 
-int Trunc(double value) { return static_cast<int>(Truncated(value)); }
+// The factors of the conversions, as fractions: 365.25 days of a year, 36524.25 of a century and
+// 30.6001 of a month.
+constexpr int kQuarterDaysOfYear = 1461;
+constexpr int kQuarterDaysOfCentury = 146097;
+constexpr int kMonthParts = 10000;  ///< of a day
+constexpr int kDaysOfMonth = 306001;
 
 }  // namespace
 
@@ -46,40 +53,77 @@ d_Date& d_Date::operator=(d_Timestamp const& source) { return *this = source.dat
 
 d_Date d_Date::current() { return {}; }
 
-// The conversions of the Julian Day Number after Meeus, "Astronomical Algorithms", in floating
-// point, whose rounding decides at the extremes.
+// The conversions of the Julian Day Number after Meeus, "Astronomical Algorithms", who multiplies
+// and divides by decimal fractions and truncates, toward zero. No quotient comes so close to a
+// whole number that a double would round it to that, so that integers truncate alike for every
+// day number and date.
 
-int d_Date::getAbsDate() const {
-  bool const isOfYearBefore = monthField < 3;
-  int const y = isOfYearBefore ? yearField - 1 : yearField;
-  int const m = isOfYearBefore ? monthField + 13 : monthField + 1;
-  int const number = dayField + Trunc(365.25 * y) + 1720994 + Trunc(30.6001 * m);
+namespace {
+
+/// The fields of a date, before they are cut to their widths.
+struct DateFields {
+  int year;
+  int month;
+  int day;
+};
+
+int NumberOfDay(int year, int month, int day) {
+  bool const isOfYearBefore = month < 3;
+  int const y = isOfYearBefore ? year - 1 : year;
+  int const m = isOfYearBefore ? month + 13 : month + 1;
+  int const number = day + kQuarterDaysOfYear * y / 4 + 1720994 + kDaysOfMonth * m / kMonthParts;
   if (number < kFirstGregorianSum) return number;
   int const c = y / 100;
   return number + c / 4 - c + 2;
 }
 
-void d_Date::setAbsDate(int number) {
-  o_8b a = o_8b{number} + 1;
+/// The date of a day number, in numbers of a type that holds twenty times that of its Julian day.
+template <class Wide>
+DateFields FieldsOfDayIn(Wide number) {
+  Wide a = number + 1;
   if (a > kLastJulianNumber) {
-    o_8b const p = Truncated((static_cast<double>(a) - 1867216.25) / 36524.25);
-    a = o_8b{number} + 2 + p - p / 4;
+    // (a - 1867216.25) / 36524.25
+    Wide const p = (4 * a - 7468865) / kQuarterDaysOfCentury;
+    a = number + 2 + p - p / 4;
   }
-  o_8b const b = a + 1524;
-  o_8b const c = Truncated((static_cast<double>(b) - 122.1) / 365.25);
-  o_8b const d = Truncated(365.25 * static_cast<double>(c));
-  o_8b const e = Truncated(static_cast<double>(b - d) / 30.6001);
-  o_8b const day = b - d - static_cast<o_8b>(std::floor(30.6001 * static_cast<double>(e)));
-  o_8b const month = e < 14 ? e - 1 : e - 13;
-  o_8b const year = month >= 3 ? c - 4716 : c - 4715;
-  yearField = static_cast<o_2b>(year);
-  monthField = static_cast<o_u1b>(month);
-  dayField = static_cast<o_u1b>(day);
+  Wide const b = a + 1524;
+  // (b - 122.1) / 365.25
+  Wide const c = (20 * b - 2442) / 7305;
+  // Of a year and a half at most, forward or back.
+  Wide const rest = b - kQuarterDaysOfYear * c / 4;
+  Wide const e = rest * kMonthParts / kDaysOfMonth;
+  Wide months = kDaysOfMonth * e;
+  if constexpr (std::is_signed_v<Wide>) {
+    // Rounded down, not toward zero.
+    if (months < 0) months -= kMonthParts - 1;
+  }
+  int const day = static_cast<int>(rest - months / kMonthParts);
+  int const month = static_cast<int>(e < 14 ? e - 1 : e - 13);
+  return {static_cast<int>(c) - (month >= 3 ? 4716 : 4715), month, day};
+}
+
+DateFields FieldsOfDay(int number) {
+  // Days of 500,000 years need no more than half the width, and no sign.
+  constexpr unsigned kFewDays = 200000000;
+  auto const positive = static_cast<unsigned>(number);
+  return positive < kFewDays ? FieldsOfDayIn(positive) : FieldsOfDayIn(o_8b{number});
+}
+
+}  // namespace
+
+int d_Date::getAbsDate() const { return NumberOfDay(yearField, monthField, dayField); }
+
+void d_Date::setAbsDate(int number) {
+  DateFields const fields = FieldsOfDay(number);
+  yearField = static_cast<o_2b>(fields.year);
+  monthField = static_cast<o_u1b>(fields.month);
+  dayField = static_cast<o_u1b>(fields.day);
 }
 
 // Day numbers wrap at 32 bits, however far a span reaches.
 void d_Date::MoveBy(o_8b days) {
-  setAbsDate(static_cast<int>(static_cast<o_u4b>(getAbsDate()) + static_cast<o_u4b>(days)));
+  int const number = NumberOfDay(yearField, monthField, dayField);
+  setAbsDate(static_cast<int>(static_cast<o_u4b>(number) + static_cast<o_u4b>(days)));
 }
 
 d_Date::Weekday d_Date::day_of_week() const { return static_cast<Weekday>((getAbsDate() + 2) % 7); }

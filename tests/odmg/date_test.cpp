@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <climits>
+#include <cstdint>
 #include <limits>
 
 #include "tests/base/random_test.hpp"
@@ -93,6 +94,54 @@ TEST(HistoricalDate, EveryDayBeforeYearTwoIsWhatTheStepsGive) {
       }
     }
   }
+}
+
+// The steps multiply and divide in floating point, the class in integers.
+
+TEST(HistoricalDate, EveryMonthOfEveryYearIsWhatTheStepsGive) {
+  for (int year = SHRT_MIN; year <= SHRT_MAX; ++year) {
+    for (int month = 1; month <= UCHAR_MAX; month += month < 15 ? 1 : 15) {
+      if (NumberOf({Year(year), Small(month), 1}) != HistoricalSteps::Number(year, month, 1)) {
+        FAIL() << year << '-' << month;
+      }
+    }
+  }
+  for (int month = 1; month <= UCHAR_MAX; ++month) {
+    ASSERT_EQ(NumberOf({1, Small(month), 1}), HistoricalSteps::Number(1, month, 1)) << month;
+  }
+}
+
+TEST(HistoricalDate, EveryDayThatYearsOf16BitsHoldIsWhatTheStepsGive) {
+  constexpr int kYears = 100;
+  for (int year = SHRT_MIN; year <= SHRT_MAX; year += kYears) {
+    int const first = HistoricalSteps::Number(year, 1, 1);
+    int const next = HistoricalSteps::Number(year + kYears, 1, 1);
+    for (int number = first; number < next; ++number) {
+      d_Date const date(Year(year), Small(number - first + 1));
+      if (!SameFields(date, HistoricalSteps::Date(number))) {
+        FAIL() << Text(date) << " for day " << number;
+      }
+    }
+  }
+}
+
+class FarHistoricalDate : public RandomTest {};
+
+TEST_F(FarHistoricalDate, EveryDayNumberIsWhatTheStepsGive) {
+  for (unsigned round = 0; round < 200000; ++round) {
+    int const days = static_cast<int>(Bits() >> (32 + Below(32)));
+    d_Interval const span(OneIn(2) ? days : -days);
+    std::int64_t const number = std::int64_t{kAnchorNumber} + span.day();
+    d_Date const date = kAnchor + span;
+    if (!SameFields(date, HistoricalSteps::Date(static_cast<int>(number)))) {
+      FAIL() << Text(date) << " for day " << number;
+    }
+  }
+}
+
+TEST(HistoricalDate, MonthZeroIsDecemberOfTheYearBefore) {
+  EXPECT_EQ(NumberOf({2000, 0, 5}), NumberOf({1999, 12, 5}));
+  EXPECT_EQ(NumberOf({-100, 0, 5}), NumberOf({-101, 12, 5}));
 }
 
 TEST(HistoricalDate, TruncationTakesJanuaryOfYearZeroADayOff) {

@@ -154,7 +154,7 @@ class InPlace : public RandomTest {
 };
 
 TEST_F(InPlace, KeysCompareAsTheirOrdersDo) {
-  for (unsigned round = 0; round < 1000000; ++round) {
+  for (unsigned round = 0; round < 500000; ++round) {
     auto const words = Pair<char16_t>(OneIn(8) ? 30 : 12, [this] { return Order(); });
     unsigned char const group = static_cast<unsigned char>(OneIn(8) ? 1 + Below(19) : 2);
     Check(BytesOf(words[0]), BytesOf(words[1]), kKeySet, group, kKeyFormat);
@@ -167,8 +167,8 @@ TEST_F(InPlace, KeysCompareAsTheirOrdersDo) {
 TEST_F(InPlace, KeysCompareAsTheirOrdersDoWhereverTheyDiffer) {
   constexpr char16_t kOthers[] = {u'\0',     u'\x14',   u'\x74',   u'\x3F0A', u'\x400C',
                                   u'\x500C', u'\x410C', u'\x4010', u'\x8000', u'\xC00C'};
-  for (std::size_t length1 = 0; length1 <= 22; ++length1) {
-    for (std::size_t length2 = 0; length2 <= 22; ++length2) {
+  for (std::size_t length1 = 0; length1 <= 18; ++length1) {
+    for (std::size_t length2 = 0; length2 <= 18; ++length2) {
       for (std::size_t place = 0; place < std::max(length1, length2); ++place) {
         for (char16_t const one : kOthers) {
           for (char16_t const two : kOthers) {
@@ -188,7 +188,7 @@ TEST_F(InPlace, KeysCompareAsTheirOrdersDoWhereverTheyDiffer) {
 TEST_F(InPlace, TextsCompareAsTheirCharactersDo) {
   constexpr unsigned char kLanguages[] = {1, 1, 2, 6, 7, 8, 14, 20, 22, 24, 26, 30, 0, 200};
   constexpr unsigned char kSets[] = {1, 1, 1, 2, 13, 15};
-  for (unsigned round = 0; round < 1000000; ++round) {
+  for (unsigned round = 0; round < 500000; ++round) {
     auto const words = Pair<char>(OneIn(8) ? 40 : 12, [this] { return Character(); });
     Check(words[0], words[1], kSets[Below(std::size(kSets))],
           kLanguages[Below(std::size(kLanguages))], kTextFormat);
@@ -198,7 +198,7 @@ TEST_F(InPlace, TextsCompareAsTheirCharactersDo) {
 
 /// A zero within a text ends it, wherever it stands, whatever the record says of its length.
 TEST_F(InPlace, TextsEndAtTheirFirstZero) {
-  for (unsigned round = 0; round < 200000; ++round) {
+  for (unsigned round = 0; round < 100000; ++round) {
     auto words = Pair<char>(20, [this] { return Character(); });
     for (auto& word : words) {
       if (!word.empty() && OneIn(2)) word[Below(static_cast<unsigned>(word.size()))] = '\0';
