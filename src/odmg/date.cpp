@@ -56,7 +56,8 @@ d_Date d_Date::current() { return {}; }
 // The conversions of the Julian Day Number after Meeus, "Astronomical Algorithms", who multiplies
 // and divides by decimal fractions and truncates, toward zero. No quotient comes so close to a
 // whole number that a double would round it to that, so that integers truncate alike for every
-// day number and date.
+// day number and date. Both calendars are reckoned before one is chosen, so that the processor need
+// not guess which.
 
 namespace {
 
@@ -72,20 +73,17 @@ int NumberOfDay(int year, int month, int day) {
   int const y = isOfYearBefore ? year - 1 : year;
   int const m = isOfYearBefore ? month + 13 : month + 1;
   int const number = day + kQuarterDaysOfYear * y / 4 + 1720994 + kDaysOfMonth * m / kMonthParts;
-  if (number < kFirstGregorianSum) return number;
   int const c = y / 100;
-  return number + c / 4 - c + 2;
+  return number + (number >= kFirstGregorianSum ? c / 4 - c + 2 : 0);
 }
 
 /// The date of a day number, in numbers of a type that holds twenty times that of its Julian day.
 template <class Wide>
 DateFields FieldsOfDayIn(Wide number) {
   Wide a = number + 1;
-  if (a > kLastJulianNumber) {
-    // (a - 1867216.25) / 36524.25
-    Wide const p = (4 * a - 7468865) / kQuarterDaysOfCentury;
-    a = number + 2 + p - p / 4;
-  }
+  // (a - 1867216.25) / 36524.25
+  Wide const p = (4 * a - 7468865) / kQuarterDaysOfCentury;
+  a += a > kLastJulianNumber ? 1 + p - p / 4 : 0;
   Wide const b = a + 1524;
   // (b - 122.1) / 365.25
   Wide const c = (20 * b - 2442) / 7305;
