@@ -148,6 +148,7 @@ TEST(ConvertData, CarriesWhatItIsMadeOf) {
   carrier->type = XoSTRING_T;
   carrier->data = nullptr;
   EXPECT_EQ(carrier->GetString(0), nullptr);
+  EXPECT_EQ(carrier->GetString(1), nullptr);
   delete carrier;
 }
 
@@ -192,6 +193,9 @@ TEST(ConvertData, AnOwnerFreesTheArray) {
   void* const values = manager.Create(Xo4B_T, 2);
   EndCarrier(&manager, Xo4B_T, values, 2, [](void* left) { EXPECT_EQ(left, nullptr); });
   EndCarrier(&manager, Xo4B_T, nullptr, 2, [](void* left) { EXPECT_EQ(left, nullptr); });
+  // An array of none is there all the same.
+  void* const none = manager.Create(XoSTRING_T, 0);
+  EndCarrier(&manager, XoSTRING_T, none, 0, [](void* left) { EXPECT_EQ(left, nullptr); });
 }
 
 }  // namespace

@@ -213,6 +213,17 @@ TEST(ManagerNull, WhatARowReportsIsReturned) {
   EXPECT_EQ(value, 0);
 }
 
+TEST(ManagerNull, TheConvertedValueIsFilledIn) {
+  RowKeeper const row(CurrentTypeTable[2]);
+  row->Assignment = [](void* target, void* source, unsigned count, int fill) {
+    EXPECT_EQ(*static_cast<o_4b*>(source), 0);
+    *static_cast<o_4b*>(target) = static_cast<o_4b>(count * 10) + fill;
+  };
+  o_4b value = 5;
+  EXPECT_EQ(XoTypeMgr().SetNullValue(2, &value), 0);
+  EXPECT_EQ(value, 11);
+}
+
 TEST(ManagerNull, WithoutAssignmentTheNullTextIsScanned) {
   RowKeeper const row(CurrentTypeTable[2]);
   row->Assignment = nullptr;
