@@ -215,28 +215,6 @@ namespace {
                      static_cast<unsigned char>(KindOf(buf1) >> 8), cmpOp);
 }
 
-/// Compares texts of one byte a character, of one code set and language, by their first letters.
-[[gnu::always_inline]] inline bool CompareRecordLetters(unsigned len1, void const* buf1,
-                                                        unsigned len2, void const* buf2,
-                                                        int& result) {
-  constexpr unsigned kLeast = kTextBlockBytes - kLengthBytes;
-  if (!IsWhole(len1, buf1, kLeast) || !IsWhole(len2, buf2, kLeast)) return false;
-  unsigned short const kind = KindOf(buf1);
-  if (KindOf(buf2) != kind || IsWide(static_cast<unsigned char>(kind))) return false;
-  OrderTable const* const table = intl::FindOrderTable(static_cast<unsigned char>(kind));
-  XoLanguage const* const language = intl::FindLanguage(static_cast<unsigned char>(kind >> 8));
-  if (table == nullptr || language == nullptr) return false;
-  unsigned const length1 = LengthOf(buf1);
-  unsigned const length2 = LengthOf(buf2);
-  unsigned char const* const record1 = Advance(buf1, 0);
-  unsigned char const* const record2 = Advance(buf2, 0);
-  // A terminator and an end mark, which an older record lacks.
-  auto const closes = [](unsigned char const* end) { return end[0] == 0 && end[1] != 0; };
-  if (!closes(record1 + length1) || !closes(record2 + length2)) return false;
-  return CompareTextLetters(table->Heads(), language->variantFlag, record1, record2, kHeaderBytes,
-                            std::min(length1, length2) + kLengthBytes, result);
-}
-
 /// `StringCompare` of what its first letters do not settle.
 [[gnu::noinline]] int CompareFurther(unsigned char format, unsigned len1, void* buf1, unsigned len2,
                                      void* buf2, unsigned short cmpOp, unsigned count,
@@ -254,14 +232,47 @@ namespace {
   return CompareStrings(format, len1, buf1, len2, buf2, cmpOp, count, status, false);
 }
 
+/// Compares whole texts of one byte a character, of one code set and language.
+[[gnu::noinline]] int CompareAlikeTexts(void const* buf1, void const* buf2, unsigned short cmpOp) {
+  unsigned short const kind = KindOf(buf1);
+  auto const codeSet = static_cast<unsigned char>(kind);
+  auto const language = static_cast<unsigned char>(kind >> 8);
+  auto const* const text1 = static_cast<char const*>(buf1) + kHeaderBytes;
+  auto const* const text2 = static_cast<char const*>(buf2) + kHeaderBytes;
+  return XoStrCmp(codeSet, language, text1, codeSet, language, text2, cmpOp, -1, FormLittle);
+}
+
+/// Whether two records hold texts of one byte a character, of one code set and language, and are
+/// there whole, with length fields of at least `least`.
+inline bool AreWholeTexts(unsigned len1, void const* buf1, unsigned len2, void const* buf2,
+                          unsigned least) {
+  // A terminator, and an end mark, which an older record lacks.
+  auto const closes = [](void const* record) {
+    unsigned char const* const end = Advance(record, LengthOf(record));
+    return end[0] == 0 && end[1] != 0;
+  };
+  return IsWhole(len1, buf1, least) && IsWhole(len2, buf2, least) && KindOf(buf1) == KindOf(buf2) &&
+         !IsWide(static_cast<unsigned char>(KindOf(buf1))) && closes(buf1) && closes(buf2);
+}
+
 /// `StringCompare` of everything but keys that begin with some letters.
 [[gnu::noinline]] int CompareTexts(unsigned char format, unsigned len1, void* buf1, unsigned len2,
                                    void* buf2, unsigned short cmpOp, unsigned count, int& status) {
-  int result = 0;
   if (count == 1 && format == FormLittle && (cmpOp & kNoPattern) == kCmpNoWildcards &&
-      CompareRecordLetters(len1, buf1, len2, buf2, result)) [[likely]] {
-    status = 0;
-    return result;
+      AreWholeTexts(len1, buf1, len2, buf2, kTextBlockBytes - kLengthBytes)) [[likely]] {
+    unsigned short const kind = KindOf(buf1);
+    OrderTable const* const table = intl::FindOrderTable(static_cast<unsigned char>(kind));
+    XoLanguage const* const language = intl::FindLanguage(static_cast<unsigned char>(kind >> 8));
+    if (table != nullptr && language != nullptr) [[likely]] {
+      std::size_t const end = std::min(LengthOf(buf1), LengthOf(buf2)) + kLengthBytes;
+      status = 0;
+      int result = 0;
+      if (CompareTextLetters(table->Heads(), language->variantFlag, Advance(buf1, 0),
+                             Advance(buf2, 0), kHeaderBytes, end, result)) [[likely]] {
+        return result;
+      }
+      return CompareAlikeTexts(buf1, buf2, cmpOp);
+    }
   }
   return CompareFurther(format, len1, buf1, len2, buf2, cmpOp, count, status);
 }

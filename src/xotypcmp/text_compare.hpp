@@ -47,22 +47,33 @@ constexpr TextBlock ZeroCharacter(TextBlock characters) {
                                                       unsigned char const* a,
                                                       unsigned char const* b, std::size_t place,
                                                       std::size_t end, int& result) {
-  for (bool isStart = true;; isStart = false, ++place) {
-    place = NextDifference(a, b, place, end);
-    unsigned char const code1 = a[place];
-    unsigned char const code2 = b[place];
-    if (code1 == code2) {
-      result = 0;
-      return isStart && code1 == 0;
-    }
-    LetterHead const head1 = heads[code1];
-    LetterHead const head2 = heads[code2];
+  // The first letter is looked at by itself: that it is the same, but perhaps a capital on one
+  // side, is easier to foretell than whether it is the same character.
+  unsigned char const first1 = a[place];
+  unsigned char const first2 = b[place];
+  LetterHead const heads1 = heads[first1] | heads[first2];
+  if (first1 != 0 && !heads1.IsUnsettled(variants) && !heads1.MayBeMore(variants)) [[likely]] {
+    result = static_cast<int>(heads[first1].Letter()) - static_cast<int>(heads[first2].Letter());
+    if (result != 0) return true;
+    ++place;
+  }
+  bool const isAlike = first1 == first2;
+  place = NextDifference(a, b, place, end);
+  if (a[place] == b[place]) {
+    result = 0;
+    return isAlike && a[place] == 0;
+  }
+  for (;;) {
+    LetterHead const head1 = heads[a[place]];
+    LetterHead const head2 = heads[b[place]];
     // No contraction of what is the same before them reaches either: it would be unsettled then.
     if ((head1 | head2).IsUnsettled(variants)) return false;
     result = static_cast<int>(head1.Letter()) - static_cast<int>(head2.Letter());
     if (result != 0) return true;
     // The same letter: accents or case differ, which matters if no letters do.
     if ((head1 | head2).MayBeMore(variants)) return false;
+    place = NextDifference(a, b, place + 1, end);
+    if (a[place] == b[place]) return false;
   }
 }
 
