@@ -51,7 +51,7 @@ std::string Complaint(LineSource const& input, CreateOptions const& options, Val
 
 void AddLines(LineSource& input, CreateOptions const& options, IndexShape const& shape,
               IndexWriter& writer, SkippedLines& skipped, Progress& progress) {
-  auto const codec = MakeCodec(shape);
+  auto const codec = MakeCodec(shape, {options.format, options.patterns});
   auto const column = static_cast<std::size_t>(options.column);
   char const delimiter = options.delimiter == "\\t" ? '\t' : options.delimiter[0];
   auto const header = static_cast<LineNumber>(options.skip);
@@ -108,8 +108,8 @@ void CheckSources(IndexReader const& index) {
 
 int CreateIndex(CreateOptions const& options) {
   IndexShape const shape = ShapeOf(options);
-  // Before there is a file: a type that cannot be read is refused.
-  static_cast<void>(MakeCodec(shape));
+  // Before there is a file: a type or a format that cannot be read is refused.
+  static_cast<void>(MakeCodec(shape, {options.format, options.patterns}));
   LineSource input(options.input);
   IndexWriter writer(options.file, shape);
   SkippedLines skipped;

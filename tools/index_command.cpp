@@ -16,6 +16,11 @@ namespace {
 constexpr char kBigEndian[] = "big";
 constexpr char kLittleEndian[] = "little";
 
+void AddFormatOption(CLI::App& command, std::string& format) {
+  command.add_option("--format", format,
+                     "how a value is written; that of its type by default, see 'xotm types'");
+}
+
 void AddCreate(CLI::App& index, std::function<int()>& command) {
   auto const options = std::make_shared<CreateOptions>();
   CLI::App* const create =
@@ -43,6 +48,9 @@ void AddCreate(CLI::App& index, std::function<int()>& command) {
                    "stop at the first line without a value, or skip and count such lines")
       ->check(CLI::IsMember({"stop", "skip"}))
       ->capture_default_str();
+  AddFormatOption(*create, options->format);
+  create->add_flag("--patterns", options->patterns,
+                   "of dates and times: a value may have wildcards, such as *-12-24");
   create->add_option("--language", options->language,
                      "of text: number, name or tag; neutral by default");
   create->add_option("--code-set", options->codeSet, "of text: number or name; Unicode by default");
@@ -72,6 +80,7 @@ void AddReadOptions(CLI::App& reader, ReadOptions& options) {
 }
 
 void AddSearchOptions(CLI::App& search, SearchOptions& options) {
+  AddFormatOption(search, options.format);
   search.add_flag("--line-numbers", options.lineNumbers, "print the number before each line");
   search.add_flag("--count", options.count, "print only how many lines there are");
   search.add_flag("--json", options.json, "print one JSON object for each line");
@@ -89,16 +98,17 @@ constexpr ComparisonFlag kComparisonFlags[] = {
     {"--ignore-accents", kCmpIgnoreAccents, "of text: letters are the same with any accent"},
     {"--skip-spaces", kCmpSkipSpaces, "of text: spaces do not count"},
     {"--skip-symbols", kCmpSkipSymbols, "of text: symbols do not count"},
-    {"--no-wildcards", kCmpNoWildcards, "of text: * and ? stand for themselves"},
+    {"--no-wildcards", kCmpNoWildcards, "* and, of text, ? stand for themselves"},
 };
 
 void AddFind(CLI::App& index, std::function<int()>& command) {
   auto const options = std::make_shared<SearchOptions>();
   CLI::App* const find = index.add_subcommand(
-      "find", "Print the lines that hold a value, or of text, one that matches a pattern");
+      "find", "Print the lines that hold a value, or one that matches a pattern");
   AddReadOptions(*find, *options);
   find->add_option("VALUE", options->low,
-                   "the value; in text, * stands for any characters and ? for any one")
+                   "the value; in text, * stands for any characters and ? for any one, in dates "
+                   "and times * for any year, month, day and so on")
       ->required();
   for (ComparisonFlag const& flag : kComparisonFlags) {
     find->add_flag_callback(
@@ -116,6 +126,16 @@ void AddRange(CLI::App& index, std::function<int()>& command) {
   range->add_option("HIGH", options->high, "the highest value")->required();
   AddSearchOptions(*range, *options);
   range->callback([options, &command] { command = [options] { return SearchIndex(*options); }; });
+}
+
+void AddDump(CLI::App& index, std::function<int()>& command) {
+  auto const options = std::make_shared<DumpOptions>();
+  CLI::App* const dump = index.add_subcommand(
+      "dump", "Print all values in their order, each behind the number of its line");
+  AddReadOptions(*dump, *options);
+  AddFormatOption(*dump, options->format);
+  dump->add_flag("--json", options->json, "print one JSON object for each value");
+  dump->callback([options, &command] { command = [options] { return DumpIndex(*options); }; });
 }
 
 void AddStat(CLI::App& index, std::function<int()>& command) {
@@ -144,6 +164,7 @@ void AddIndexCommands(CLI::App& tool, std::function<int()>& command) {
   AddCreate(*index, command);
   AddFind(*index, command);
   AddRange(*index, command);
+  AddDump(*index, command);
   AddStat(*index, command);
   AddVerify(*index, command);
 }

@@ -10,7 +10,7 @@
 namespace CLI {
 class App;
 class Option;
-}
+}  // namespace CLI
 
 namespace xo::tool {
 
@@ -24,6 +24,10 @@ struct CreateOptions {
   std::string delimiter = "\\t";
   std::int64_t skip = 0;
   std::string onError = "stop";
+  /// Of all but text: how the row of the type reads a value, empty for the usual format, and
+  /// whether it may have wildcards.
+  std::string format;
+  bool patterns = false;
   // Of text alone, and empty or 0 where the user does not name them:
   std::string language;
   std::string codeSet;
@@ -45,11 +49,18 @@ struct ReadOptions {
 struct SearchOptions : ReadOptions {
   std::string low;
   std::optional<std::string> high;
-  /// Of text alone: bits by which the comparison ignores or skips something, or has no wildcards.
+  /// Of all but text: how the row of the type reads a value, empty for the usual format.
+  std::string format;
+  /// Bits by which the comparison has no wildcards or, of text alone, ignores or skips something.
   unsigned cmpOp = 0;
   bool lineNumbers = false;
   bool count = false;
   bool stats = false;
+};
+
+/// Options of `dump`.
+struct DumpOptions : ReadOptions {
+  std::string format;
 };
 
 /// Adds `index` with all its commands to `tool`. The one that the command line asks for puts what
@@ -59,6 +70,7 @@ void AddIndexCommands(CLI::App& tool, std::function<int()>& command);
 int CreateIndex(CreateOptions const& options);
 int RebuildIndex(CreateOptions const& options);
 int SearchIndex(SearchOptions const& options);
+int DumpIndex(DumpOptions const& options);
 int ShowIndexStatistics(ReadOptions const& options);
 int VerifyIndex(ReadOptions const& options);
 

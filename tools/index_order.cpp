@@ -25,7 +25,14 @@ int CompareIndexKeys(MDB_val const* a, MDB_val const* b) {
   if (a->mv_size != indexOrder.width || b->mv_size != indexOrder.width) {
     return (a->mv_size > b->mv_size) - (a->mv_size < b->mv_size);
   }
-  return indexOrder.manager.Cmp(indexOrder.type, a->mv_data, b->mv_data, 0, 1, indexOrder.format);
+  return indexOrder.manager.Cmp(indexOrder.type, a->mv_data, b->mv_data, kCmpNoWildcards, 1,
+                                indexOrder.format);
+}
+
+bool MatchesIndexPattern(MDB_val const& key, MDB_val const& pattern) {
+  ++indexOrder.comparisons;
+  return indexOrder.manager.Cmp(indexOrder.type, key.mv_data, pattern.mv_data, 0, 1,
+                                indexOrder.format) == 0;
 }
 
 int CompareTextKeys(MDB_val const* a, MDB_val const* b) {

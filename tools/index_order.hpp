@@ -32,9 +32,12 @@ extern IndexOrder indexOrder;
 void SetIndexOrder(char type, unsigned char format);
 
 /// For `mdb_set_compare`: the manager's comparison of the two stored values where they lie in
-/// LMDB's pages. A key of another width is none that was stored; it comes before all that were if
-/// it is shorter, behind them if it is longer, and is not read.
+/// LMDB's pages, wildcards as ordinary numbers. A key of another width is none that was stored; it
+/// comes before all that were if it is shorter, behind them if it is longer, and is not read.
 int CompareIndexKeys(MDB_val const* a, MDB_val const* b);
+
+/// Whether a stored key matches a stored value with wildcards.
+bool MatchesIndexPattern(MDB_val const& key, MDB_val const& pattern);
 
 /// The same for keys of text, with as many bytes of each as there are. Of keys that compare equal
 /// those come last that end where the group of their text changes: they tell less than the whole

@@ -117,4 +117,24 @@ std::uint64_t CountRange(IndexReader const& index, std::span<unsigned char const
   return found;
 }
 
+std::uint64_t VisitMatching(IndexReader const& index, std::span<unsigned char const> pattern,
+                            bool countsOnly, std::function<void(LineNumber)> const& visit) {
+  KeyCursor cursor(index);
+  std::uint64_t found = 0;
+  MDB_val const wanted = LmdbValue(pattern.data(), pattern.size());
+  for (bool on = cursor.First(); on; on = cursor.NextKey()) {
+    if (!MatchesIndexPattern(cursor.Key(), wanted)) continue;
+    if (countsOnly) {
+      found += cursor.Lines();
+      if (found > index.Meta().entries) cursor.Damaged("number of entries");
+      continue;
+    }
+    do {
+      ++found;
+      visit(cursor.Line());
+    } while (cursor.NextLine());
+  }
+  return found;
+}
+
 }  // namespace xo::tool

@@ -57,4 +57,10 @@ std::uint64_t VisitRange(IndexReader const& index, std::span<unsigned char const
 std::uint64_t CountRange(IndexReader const& index, std::span<unsigned char const> low,
                          std::span<unsigned char const> high);
 
+/// Calls `visit` for every line whose value matches a stored one with wildcards, in the order of
+/// `VisitRange`, or only counts them. Returns their number. Every key is compared, as a wildcard
+/// may be in the first field.
+std::uint64_t VisitMatching(IndexReader const& index, std::span<unsigned char const> pattern,
+                            bool countsOnly, std::function<void(LineNumber)> const& visit);
+
 }  // namespace xo::tool

@@ -13,14 +13,21 @@
 #include "tools/trouble.hpp"
 #include "tools/type_names.hpp"
 #include "tools/value_codec.hpp"
+#include "tools/value_text.hpp"
 
 namespace xo::tool {
 namespace {
 
-Bytes StoreArgument(ValueCodec& codec, std::string const& text) {
+/// A value of the command line, stored.
+struct StoredArgument {
+  Bytes bytes;
+  bool isPattern;
+};
+
+StoredArgument StoreArgument(ValueCodec& codec, std::string const& text) {
   auto const value = codec.Store(text);
   if (!value) throw Trouble(codec.Complaint(text));
-  return {value->key.begin(), value->key.end()};
+  return {{value->key.begin(), value->key.end()}, value->isPattern};
 }
 
 std::string JsonLine(LineNumber line, std::string_view text) {
@@ -56,12 +63,17 @@ struct Outcome {
   std::optional<std::uint64_t> fetches;
 };
 
-Outcome SearchScalars(IndexReader const& index, SearchOptions const& options,
-                      std::function<void(LineNumber)> const& visit) {
-  auto const codec = MakeCodec(index.Meta());
-  Bytes const low = StoreArgument(*codec, ValueOf(options.low));
-  Bytes const high = options.high ? StoreArgument(*codec, ValueOf(*options.high)) : low;
-  return {options.count ? CountRange(index, low, high) : VisitRange(index, low, high, visit), {}};
+Outcome SearchFixed(IndexReader const& index, SearchOptions const& options,
+                    std::function<void(LineNumber)> const& visit) {
+  auto const codec = MakeCodec(index.Meta(), {options.format, !options.high});
+  StoredArgument const low = StoreArgument(*codec, ValueOf(options.low));
+  if (low.isPattern && (options.cmpOp & kCmpNoWildcards) == 0 && !options.high) {
+    return {VisitMatching(index, low.bytes, options.count, visit), {}};
+  }
+  StoredArgument const high = options.high ? StoreArgument(*codec, ValueOf(*options.high)) : low;
+  return {options.count ? CountRange(index, low.bytes, high.bytes)
+                        : VisitRange(index, low.bytes, high.bytes, visit),
+          {}};
 }
 
 Outcome SearchText(IndexReader const& index, SearchOptions const& options,
@@ -86,9 +98,15 @@ int SearchIndex(SearchOptions const& options) {
   IndexReader const index(options.file);
   PrepareToRead(options, index);
   bool const isText = index.Meta().HasText();
-  if (!isText && options.cmpOp != 0) {
+  bool const hasWildcards = isText || FamilyOf(index.Meta().type) == TextFamily::kTemporal;
+  unsigned const allowed = isText ? ~0U : hasWildcards ? kCmpNoWildcards : 0U;
+  if ((options.cmpOp & ~allowed) != 0) {
     throw Trouble(fmt::format("{} holds values of type {}: they are compared in one way alone",
                               index.Name(), TypeName(index.Meta().type)));
+  }
+  if (isText && !options.format.empty()) {
+    throw Trouble(
+        fmt::format("{} holds text, which stands for itself: it has no format", index.Name()));
   }
 
   std::uint64_t const comparisonsBefore = indexOrder.comparisons;
@@ -97,7 +115,7 @@ int SearchIndex(SearchOptions const& options) {
     if (!options.count) PrintLine(index, options, line);
   };
   Outcome const outcome =
-      isText ? SearchText(index, options, visit) : SearchScalars(index, options, visit);
+      isText ? SearchText(index, options, visit) : SearchFixed(index, options, visit);
   auto const time = std::chrono::steady_clock::now() - start;
 
   std::uint64_t const found = outcome.found;

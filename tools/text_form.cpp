@@ -1,5 +1,7 @@
 #include "tools/text_form.hpp"
 
+#include "tools/text_decoder.hpp"
+
 namespace xo::tool {
 namespace {
 
@@ -50,6 +52,12 @@ bool IsRecord(IndexShape const& shape, ByteSpan bytes) {
   return length + kLengthBytes == bytes.size() && bytes[kCodeSetAt] == shape.codeSet &&
          bytes[kLanguageAt] == shape.language && bytes[bytes.size() - 2] == 0 &&
          bytes.back() == kEndMark;
+}
+
+std::string TextOfRecord(IndexShape const& shape, ByteSpan record) {
+  XoString text;
+  XoTypeMgr{}.Load(shape.type, &text, Operand(record), shape.format, 1);
+  return Encoded(text);
 }
 
 int CompareRecords(IndexShape const& shape, ByteSpan a, ByteSpan b, unsigned short cmpOp) {

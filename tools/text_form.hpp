@@ -27,6 +27,9 @@ std::size_t MakeKey(IndexShape const& shape, ByteSpan record, unsigned char* key
 /// then.
 bool IsRecord(IndexShape const& shape, ByteSpan bytes);
 
+/// The text of a whole record, in UTF-8.
+std::string TextOfRecord(IndexShape const& shape, ByteSpan record);
+
 /// The order of two whole records; the second is a pattern unless `cmpOp` says otherwise.
 int CompareRecords(IndexShape const& shape, ByteSpan a, ByteSpan b, unsigned short cmpOp);
 

@@ -16,6 +16,16 @@ struct StoredValue {
   std::span<unsigned char const> key;
   /// Of text, whose key may be cut: the value whole.
   std::span<unsigned char const> record;
+  /// Whether fields of it are wildcards.
+  bool isPattern = false;
+};
+
+/// How values other than text are read.
+struct CodecOptions {
+  /// Of the row; empty for the usual one.
+  std::string format;
+  /// Whether dates and times may have wildcards.
+  bool takesPatterns = false;
 };
 
 /// Text to stored values of one index.
@@ -30,7 +40,8 @@ class ValueCodec {
   virtual std::string Complaint(std::string_view text) = 0;
 };
 
-/// The codec of an index. A type whose values have no disk form or no text form is `Trouble`.
-std::unique_ptr<ValueCodec> MakeCodec(IndexShape const& shape);
+/// The codec of an index. A type whose values cannot be keys, and a format for one that has none,
+/// are `Trouble`.
+std::unique_ptr<ValueCodec> MakeCodec(IndexShape const& shape, CodecOptions const& options = {});
 
 }  // namespace xo::tool

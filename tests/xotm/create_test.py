@@ -208,11 +208,11 @@ class Numbers(ToolTest):
                 )
                 self.assert_trouble(result, "line 1: ''", "no value")
 
-    def test_FloatingPointNumbersAreDecimalInfiniteOrNone(self):
+    def test_FloatingPointNumbersAreDecimalHexadecimalInfiniteOrNone(self):
         accepted = ["1", "-1.5", ".5", "5.", "1e10", "1E-10", "+2.5", "inf", "-INF", "Infinity"]
         for type_name in FLOATING_TYPES:
-            self.assert_accepted(type_name, *accepted, "nan", "-NaN", "0e99999", "-0.0")
-            for text in ("x", "1e", "0x10", "1,5", "inf1", "1 2", "e5", "."):
+            self.assert_accepted(type_name, *accepted, "nan", "-NaN", "0e99999", "-0.0", "0x1p4")
+            for text in ("x", "1e", "1,5", "inf1", "1 2", "e5", "."):
                 self.assert_refused(type_name, text, "no value")
 
     def test_FloatingPointNumbersBeyondTheTypeAreOutOfRange(self):
