@@ -12,6 +12,7 @@
 #include "tools/trouble.hpp"
 #include "tools/type_names.hpp"
 #include "tools/value_codec.hpp"
+#include "tools/weighted_text.hpp"
 
 namespace xo::tool {
 namespace {
@@ -26,13 +27,21 @@ IndexShape ShapeOf(CreateOptions const& options) {
   IndexShape shape;
   shape.type = FindType(options.type);
   shape.format = FormatOf(options.byteOrder);
+  unsigned const keyLength = options.keyLength != 0 ? options.keyLength : kUsualKey;
+  if (shape.IsWeighted() && options.language.empty() && options.codeSet.empty()) {
+    return WeightedShape(shape.type, shape.format, keyLength);
+  }
+  if (shape.IsWeighted()) {
+    throw Trouble(fmt::format("texts of type {} have their own order, and code set {}",
+                              TypeName(shape.type),
+                              XoLanguageContext::QueryCodeSet(kWeightedCodeSet)->name));
+  }
   if (shape.HasText()) {
     auto const orUsual = [](std::string const& given, char const* usual) {
       return given.empty() ? usual : given;
     };
     return TextShape(shape.format, CodeSetNamed(orUsual(options.codeSet, "253")).number,
-                     LanguageNamed(orUsual(options.language, "0")).number,
-                     options.keyLength != 0 ? options.keyLength : kUsualKey);
+                     LanguageNamed(orUsual(options.language, "0")).number, keyLength);
   }
   if (!options.language.empty() || !options.codeSet.empty() || options.keyLength != 0) {
     throw Trouble(fmt::format("language, code set and key length are of text, not of type {}",
@@ -145,8 +154,10 @@ int RebuildIndex(CreateOptions const& options) {
                     index.Name(), TypeName(meta.type)));
   }
   CheckSources(index);
-  IndexShape const shape = TextShape(meta.format, meta.codeSet, meta.language,
-                                     options.keyLength != 0 ? options.keyLength : meta.keyLength);
+  unsigned const keyLength = options.keyLength != 0 ? options.keyLength : meta.keyLength;
+  IndexShape const shape = meta.IsWeighted()
+                               ? WeightedShape(meta.type, meta.format, keyLength)
+                               : TextShape(meta.format, meta.codeSet, meta.language, keyLength);
   IndexWriter writer(options.file, shape);
   Progress progress;
   Bytes key(kLongestKey);

@@ -20,7 +20,7 @@ namespace xo::tool {
 // | `lines`  | line number              | text of the line                             |
 // | `values` | line number              | the value as `Store` writes it               |
 //
-// Only an index of strings has `values`. Its keys are index keys, which may be cut: the value whole
+// Only an index of text has `values`. Its keys are index keys, which may be cut: the value whole
 // is in the record alone.
 //
 // Line numbers are of 64 bits, as LMDB's integer keys are, in the machine's own byte order.
@@ -48,16 +48,20 @@ inline constexpr unsigned kUsualKey = 64;
 struct IndexShape {
   char type = XoRES_T;
   unsigned char format = FormLittle;
-  // Of strings alone, and 0 for every other type:
+  // Of text alone, and 0 for every other type:
   unsigned char codeSet = 0;
   unsigned char language = 0;
   /// Bytes that a key takes at most.
   std::uint16_t keyLength = 0;
-  /// Version and fingerprint of the collation that the keys are ordered by.
+  /// Version and fingerprint of the collation that the keys are ordered by; 0 of weighted texts,
+  /// whose weights never change.
   std::uint32_t collationVersion = 0;
   std::uint64_t collationFingerprint = 0;
 
-  bool HasText() const { return type == static_cast<char>(XoSTRING_T); }
+  bool IsWeighted() const {
+    return type == static_cast<char>(XoISTRING_T) || type == static_cast<char>(XoCASEISTRING_T);
+  }
+  bool HasText() const { return type == static_cast<char>(XoSTRING_T) || IsWeighted(); }
 };
 
 /// What an index says of itself.

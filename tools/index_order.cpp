@@ -1,23 +1,32 @@
 #include "tools/index_order.hpp"
 
+#include "tools/index_layout.hpp"
 #include "tools/text_key.hpp"
+#include "tools/weighted_text.hpp"
 
 namespace xo::tool {
 
 IndexOrder indexOrder;
 
 void SetIndexOrder(char type, unsigned char format) {
-  bool const isText = type == static_cast<char>(XoSTRING_T);
+  IndexShape shape;
+  shape.type = type;
   indexOrder.type = type;
   indexOrder.format = format;
   indexOrder.width =
-      isText ? 0 : indexOrder.manager.DiskLenGet(type, nullptr, format, 1, FormMemory);
+      shape.HasText() ? 0 : indexOrder.manager.DiskLenGet(type, nullptr, format, 1, FormMemory);
   indexOrder.comparisons = 0;
-  indexOrder.compare = isText ? static_cast<MDB_cmp_func*>(CompareTextKeys) : CompareIndexKeys;
+  indexOrder.compare = CompareIndexKeys;
+  if (shape.IsWeighted()) {
+    indexOrder.compare = CompareWeightedKeys;
+  } else if (shape.HasText()) {
+    indexOrder.compare = static_cast<MDB_cmp_func*>(CompareTextKeys);
+  }
 }
 
 bool IndexOrder::IsKeySize(std::size_t size) const {
-  return width != 0 ? size == width : IsTextKeySize(size);
+  if (width != 0) return size == width;
+  return compare == CompareWeightedKeys ? IsWeightedKeySize(size) : IsTextKeySize(size);
 }
 
 int CompareIndexKeys(MDB_val const* a, MDB_val const* b) {
@@ -43,6 +52,17 @@ int CompareTextKeys(MDB_val const* a, MDB_val const* b) {
   int status = 0;
   int const order = CompareTextKeys(*a, *b, kCmpNoWildcards, status);
   return order != 0 ? order : EndsAtGroup(*a) - EndsAtGroup(*b);
+}
+
+int CompareWeightedKeys(MDB_val const* a, MDB_val const* b) {
+  ++indexOrder.comparisons;
+  if (!IsWeightedKeySize(a->mv_size) || !IsWeightedKeySize(b->mv_size)) {
+    return (a->mv_size > b->mv_size) - (a->mv_size < b->mv_size);
+  }
+  int status = 0;
+  return indexOrder.manager.Cmp(indexOrder.type, static_cast<unsigned>(a->mv_size), a->mv_data,
+                                static_cast<unsigned>(b->mv_size), b->mv_data, kCmpNoWildcards, 1,
+                                indexOrder.format, status);
 }
 
 int CompareTextKeys(MDB_val const& a, MDB_val const& b, unsigned short cmpOp, int& status) {

@@ -44,6 +44,10 @@ bool MatchesIndexPattern(MDB_val const& key, MDB_val const& pattern);
 /// text, while the others tell all of it, so the two must not take the same place in the tree.
 int CompareTextKeys(MDB_val const* a, MDB_val const* b);
 
+/// For `mdb_set_compare`: the comparison of keys of weighted texts. Damaged ones are told by their
+/// size alone, and nothing is read behind it.
+int CompareWeightedKeys(MDB_val const* a, MDB_val const* b);
+
 /// The order of two whole keys, or of what there is of cut ones; the second is a pattern unless
 /// `cmpOp` says otherwise. `status` tells what that is worth, as at `XCompare`.
 int CompareTextKeys(MDB_val const& a, MDB_val const& b, unsigned short cmpOp, int& status);

@@ -76,7 +76,7 @@ std::span<unsigned char const> IndexReader::Record(LineNumber number) const {
 }
 
 void IndexReader::RequirePresentCollation() const {
-  if (!meta.HasText() ||
+  if (!meta.HasText() || meta.IsWeighted() ||
       meta.collationFingerprint == XoLanguageContext::GetCollationFingerprint()) {
     return;
   }

@@ -36,7 +36,7 @@ class IndexReader {
   /// The value of a line that a key of text leads to, a whole record. It belongs to the map too.
   std::span<unsigned char const> Record(LineNumber number) const;
 
-  /// An index of text that is ordered by another collation than this program's is `Trouble`.
+  /// An index of strings that is ordered by another collation than this program's is `Trouble`.
   void RequirePresentCollation() const;
 
   /// Counts of pages and entries of one of the databases.

@@ -14,6 +14,7 @@
 #include "tools/type_names.hpp"
 #include "tools/value_codec.hpp"
 #include "tools/value_text.hpp"
+#include "tools/weighted_search.hpp"
 
 namespace xo::tool {
 namespace {
@@ -76,20 +77,33 @@ Outcome SearchFixed(IndexReader const& index, SearchOptions const& options,
           {}};
 }
 
+std::unique_ptr<RecordSearch> SearchOf(IndexReader const& index,
+                                       std::function<void(LineNumber)> const& visit) {
+  if (index.Meta().IsWeighted()) return std::make_unique<WeightedSearch>(index, visit);
+  return std::make_unique<TextSearch>(index, visit);
+}
+
 Outcome SearchText(IndexReader const& index, SearchOptions const& options,
                    std::function<void(LineNumber)> const& visit) {
   IndexMeta const& meta = index.Meta();
   XoCodeSet const& set = *XoLanguageContext::QueryCodeSet(meta.codeSet);
   XoString const low = DecodeArgument(ValueOf(options.low), set, meta.language);
-  TextSearch search(index, visit);
+  auto const search = SearchOf(index, visit);
   Outcome outcome;
   if (options.high) {
-    outcome.found = search.Range(low, DecodeArgument(ValueOf(*options.high), set, meta.language));
+    outcome.found = search->Range(low, DecodeArgument(ValueOf(*options.high), set, meta.language));
   } else {
-    outcome.found = search.Find(low, static_cast<unsigned short>(options.cmpOp));
+    outcome.found = search->Find(low, static_cast<unsigned short>(options.cmpOp));
   }
-  outcome.fetches = search.Fetches();
+  outcome.fetches = search->Fetches();
   return outcome;
+}
+
+/// Bits that comparisons of the values look at.
+unsigned ComparisonBits(IndexShape const& shape) {
+  if (shape.IsWeighted()) return kCmpNoWildcards;
+  if (shape.HasText()) return ~0U;
+  return FamilyOf(shape.type) == TextFamily::kTemporal ? kCmpNoWildcards : 0U;
 }
 
 }  // namespace
@@ -98,8 +112,7 @@ int SearchIndex(SearchOptions const& options) {
   IndexReader const index(options.file);
   PrepareToRead(options, index);
   bool const isText = index.Meta().HasText();
-  bool const hasWildcards = isText || FamilyOf(index.Meta().type) == TextFamily::kTemporal;
-  unsigned const allowed = isText ? ~0U : hasWildcards ? kCmpNoWildcards : 0U;
+  unsigned const allowed = ComparisonBits(index.Meta());
   if ((options.cmpOp & ~allowed) != 0) {
     throw Trouble(fmt::format("{} holds values of type {}: they are compared in one way alone",
                               index.Name(), TypeName(index.Meta().type)));

@@ -9,6 +9,7 @@
 #include "tools/text_key.hpp"
 #include "tools/trouble.hpp"
 #include "tools/type_names.hpp"
+#include "tools/weighted_text.hpp"
 
 namespace xo::tool {
 namespace {
@@ -33,11 +34,15 @@ struct CutKeys {
   std::uint64_t keys = 0;
 };
 
+bool IsCut(MDB_val const& key, IndexMeta const& meta) {
+  return meta.IsWeighted() ? WeightedKey(key, meta).MayBeCut() : TextKey(key, meta.format).IsCut();
+}
+
 CutKeys CountCutKeys(IndexReader const& index) {
   CutKeys cut;
   KeyCursor cursor(index);
   for (bool on = cursor.First(); on; on = cursor.NextKey()) {
-    if (!TextKey(cursor.Key(), index.Meta().format).IsCut()) continue;
+    if (!IsCut(cursor.Key(), index.Meta())) continue;
     ++cut.keys;
     cut.lines += cursor.Lines();
   }
@@ -66,9 +71,11 @@ std::string AsJson(IndexReader const& index, MDB_stat const& keys, MDB_stat cons
   if (meta.HasText()) {
     CutKeys const cut = CountCutKeys(index);
     object["codeSet"] = meta.codeSet;
-    object["language"] = meta.language;
-    object["collationVersion"] = meta.collationVersion;
-    object["collationFingerprint"] = Fingerprint(meta);
+    if (!meta.IsWeighted()) {
+      object["language"] = meta.language;
+      object["collationVersion"] = meta.collationVersion;
+      object["collationFingerprint"] = Fingerprint(meta);
+    }
     object["keyLength"] = meta.keyLength;
     object["linesWithCutKey"] = cut.lines;
     object["lookUpsThatFetch"] = cut.keys;
@@ -95,9 +102,11 @@ std::string AsText(IndexReader const& index, MDB_stat const& keys, MDB_stat cons
     CutKeys const cut = CountCutKeys(index);
     row("code set",
         fmt::format("{} ({})", meta.codeSet, XoLanguageContext::QueryCodeSet(meta.codeSet)->name));
-    row("language", fmt::format("{} ({})", meta.language,
-                                XoLanguageContext::QueryLanguage(meta.language)->name));
-    row("collation", fmt::format("{} ({})", meta.collationVersion, Fingerprint(meta)));
+    if (!meta.IsWeighted()) {
+      row("language", fmt::format("{} ({})", meta.language,
+                                  XoLanguageContext::QueryLanguage(meta.language)->name));
+      row("collation", fmt::format("{} ({})", meta.collationVersion, Fingerprint(meta)));
+    }
     row("key length", fmt::format("{} bytes at most", meta.keyLength));
     row("cut keys", fmt::format("{} lines", Share(cut.lines, meta.entries)));
     row("fetching", fmt::format("{} look-ups, one for each key", Share(cut.keys, meta.distinct)));

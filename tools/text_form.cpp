@@ -1,6 +1,7 @@
 #include "tools/text_form.hpp"
 
 #include "tools/text_decoder.hpp"
+#include "tools/weighted_text.hpp"
 
 namespace xo::tool {
 namespace {
@@ -32,6 +33,7 @@ IndexShape TextShape(unsigned char format, unsigned char codeSet, unsigned char 
 }
 
 void MakeRecord(IndexShape const& shape, XoString const& text, Bytes& record) {
+  if (shape.IsWeighted()) return MakeWeightedRecord(shape, text, record);
   XoTypeMgr const manager;
   auto* const source = const_cast<XoString*>(&text);
   record.resize(manager.DiskLenGet(shape.type, source, shape.format, 1, FormMemory));
@@ -40,12 +42,14 @@ void MakeRecord(IndexShape const& shape, XoString const& text, Bytes& record) {
 
 std::size_t MakeKey(IndexShape const& shape, ByteSpan record, unsigned char* key,
                     std::size_t room) {
+  if (shape.IsWeighted()) return MakeWeightedKey(shape, record, key, room);
   auto const format = static_cast<unsigned char>(shape.format | FormatIndexKey);
   return XoTypeMgr{}.Translate(shape.type, key, format, static_cast<unsigned>(room),
                                Operand(record), shape.format, SizeOf(record), 1);
 }
 
 bool IsRecord(IndexShape const& shape, ByteSpan bytes) {
+  if (shape.IsWeighted()) return IsWeightedRecord(shape, bytes);
   if (bytes.size() < kShortestRecord) return false;
   o_u2b length = 0;
   ShortStoreOne(&length, bytes.data(), shape.format);
@@ -55,6 +59,7 @@ bool IsRecord(IndexShape const& shape, ByteSpan bytes) {
 }
 
 std::string TextOfRecord(IndexShape const& shape, ByteSpan record) {
+  if (shape.IsWeighted()) return TextOfWeightedRecord(record);
   XoString text;
   XoTypeMgr{}.Load(shape.type, &text, Operand(record), shape.format, 1);
   return Encoded(text);

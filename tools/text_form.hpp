@@ -12,7 +12,7 @@ namespace xo::tool {
 using Bytes = std::vector<unsigned char>;
 using ByteSpan = std::span<unsigned char const>;
 
-/// The shape of an index of text, for the present collation.
+/// The shape of an index of strings, for the present collation.
 IndexShape TextShape(unsigned char format, unsigned char codeSet, unsigned char language,
                      unsigned keyLength);
 

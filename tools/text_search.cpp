@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 #include "tools/index_order.hpp"
 
@@ -26,7 +27,7 @@ TextKey Fields(KeyCursor const& cursor, IndexShape const& shape) {
 }  // namespace
 
 TextSearch::TextSearch(IndexReader const& reader, std::function<void(LineNumber)> visitLine)
-    : index(reader), shape(reader.Meta()), visit(std::move(visitLine)) {}
+    : RecordSearch(reader, std::move(visitLine)) {}
 
 TextSearch::Wanted TextSearch::MakeWanted(XoString const& text, bool isPattern) const {
   Wanted wanted;
@@ -160,19 +161,6 @@ void TextSearch::Walk(Wanted const& from,
       if (!take(cursor, key)) break;
     }
   }
-}
-
-void TextSearch::VisitLines(KeyCursor& cursor, Answer answer, Matches const& matches) {
-  if (answer == Answer::kNo) return;
-  do {
-    LineNumber const line = cursor.Line();
-    if (answer == Answer::kAskRecords) {
-      ++fetches;
-      if (!matches(index.Record(line))) continue;
-    }
-    ++found;
-    visit(line);
-  } while (cursor.NextLine());
 }
 
 }  // namespace xo::tool

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <bitset>
+
+#include "tools/record_search.hpp"
+#include "tools/weighted_text.hpp"
+
+namespace xo::tool {
+
+/// Searches an index of weighted texts.
+///
+/// A key that is whole tells everything by which texts compare. A pattern is looked for among the
+/// keys that begin with what stands before its first wildcard, and settled on the records.
+class WeightedSearch : public RecordSearch {
+ public:
+  WeightedSearch(IndexReader const& reader, std::function<void(LineNumber)> visitLine);
+
+  std::uint64_t Find(XoString const& text, unsigned short cmpOp) override;
+  std::uint64_t Range(XoString const& low, XoString const& high) override;
+
+ private:
+  Bytes KeyOf(ByteSpan record) const;
+  WeightedKey Fields(KeyCursor const& cursor) const;
+  void FindEqual(ByteSpan wanted);
+  void FindMatching(ByteSpan pattern);
+  Bytes FirstWeights(ByteSpan pattern) const;
+
+  /// Weights that have a second one behind them where they are those of one byte that stands for
+  /// two letters.
+  std::bitset<256> beginsPair;
+};
+
+}  // namespace xo::tool
