@@ -12,6 +12,7 @@
 #include <vector>
 #include <xotypemgr.hpp>
 
+#include "tools/row_check.hpp"
 #include "tools/standard_streams.hpp"
 #include "tools/trouble.hpp"
 #include "tools/type_names.hpp"
@@ -116,14 +117,39 @@ std::string AsJson(std::vector<TypeRow> const& rows) {
   return table.dump(2) + '\n';
 }
 
+/// Whether a row that does not evaluate predicates is a fault as well.
+constexpr bool kRequiresEvaluation = false;
+
+int CheckTable() {
+  RowCheck check = CheckRows();
+  if (kRequiresEvaluation) {
+    for (std::string const& type : check.withoutEvaluation) {
+      check.faults.push_back(fmt::format("{}: EvalAndBound", type));
+    }
+  }
+  for (std::string const& fault : check.faults) WriteOutput(fault + '\n');
+  if (!check.faults.empty()) {
+    throw Trouble(fmt::format("{} of {} questions to {} rows have a wrong answer",
+                              check.faults.size(), check.questions, check.rows));
+  }
+  WriteOutput(
+      fmt::format("{} rows, {} questions: all answers are right\n", check.rows, check.questions));
+  return kDone;
+}
+
 }  // namespace
 
 void AddTypesCommand(CLI::App& tool, std::function<int()>& command) {
   auto const json = std::make_shared<bool>(false);
+  auto const check = std::make_shared<bool>(false);
   CLI::App* const types = tool.add_subcommand("types", "Show the table of types");
-  types->add_flag("--json", *json, "print a JSON array");
-  types->callback([json, &command] {
-    command = [json] {
+  CLI::Option* const asJson = types->add_flag("--json", *json, "print a JSON array");
+  types
+      ->add_flag("--check", *check, "ask every row for all that it can do, and look at its answers")
+      ->excludes(asJson);
+  types->callback([json, check, &command] {
+    command = [json, check] {
+      if (*check) return CheckTable();
       auto const rows = AllRows();
       WriteOutput(*json ? AsJson(rows) : AsText(rows));
       return kDone;

@@ -1,6 +1,7 @@
 """`xotm types` and the command line as a whole."""
 
 import json
+import re
 import subprocess
 import unittest
 
@@ -88,10 +89,22 @@ class Types(ToolTest):
                 )
 
 
+class Check(ToolTest):
+    def test_EveryRowAnswersAllThatItIsAsked(self):
+        result = self.run_tool("types", "--check")
+        self.assertEqual((result.returncode, result.stderr), (DONE, b""), result.stdout)
+        rows, questions = map(int, re.findall(r"\d+", result.stdout.decode()))
+        self.assertEqual(rows, 46)
+        self.assertGreater(questions, 30 * rows)
+
+    def test_CheckAndTableExcludeEachOther(self):
+        self.assert_trouble(self.run_tool("types", "--check", "--json"), "--json")
+
+
 class CommandLine(ToolTest):
     def test_HelpSucceedsEverywhere(self):
         commands = [[], ["types"], ["index"]]
-        commands += [["index", name] for name in ("create", "find", "range", "stat", "verify")]
+        commands += [["index", name] for name in ("create", "find", "range", "dump", "stat", "verify")]
         for command in commands:
             with self.subTest(command=command):
                 result = self.run_tool(*command, "--help")
