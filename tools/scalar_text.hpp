@@ -7,7 +7,8 @@ namespace xo::tool {
 
 enum class ScalarOutcome { kValue, kNoNumber, kOutOfRange };
 
-/// How the values of one plain scalar type are written as text.
+/// How the values of one plain scalar type are usually written as text, which messages about other
+/// text tell.
 ///
 /// Whole numbers are decimal, floating-point ones decimal with an optional exponent, or `inf`,
 /// `infinity` or `nan` in any case. Blanks and tabs around the number, one carriage return at the

@@ -4,6 +4,7 @@
 #include <array>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "tools/index_order.hpp"
 
@@ -36,7 +37,7 @@ WeightedSearch::WeightedSearch(IndexReader const& reader, std::function<void(Lin
     MakeRecord(shape, XoString(one.data()), record);
     std::array<unsigned char, kLongestKey> key{};
     std::size_t const size = MakeKey(shape, record, key.data(), key.size());
-    if (size > kWeightedFrame + 1) beginsPair.set(key[kWeightedHeader]);
+    if (size > kWeightedFrame + 1) secondOfPair[key[kWeightedHeader]] = key[kWeightedHeader + 1];
   }
 }
 
@@ -77,37 +78,63 @@ void WeightedSearch::FindEqual(ByteSpan wanted) {
 }
 
 void WeightedSearch::FindMatching(ByteSpan pattern) {
-  Bytes const beginning = FirstWeights(pattern);
-  Bytes const first = KeyOfWeights(shape, beginning);
+  Bytes const literal = LiteralWeights(pattern);
+  ByteSpan const sure = ByteSpan(literal).first(SureWeights(literal));
+  Bytes const first = KeyOfWeights(shape, sure);
   auto const matches = [&](ByteSpan record) {
     return CompareRecords(shape, record, pattern, 0) == 0;
   };
   KeyCursor cursor(index);
   for (bool on = cursor.Seek(LmdbValue(first.data(), first.size())); on; on = cursor.NextKey()) {
-    if (!BeginsWith(Fields(cursor).Weights(), beginning)) break;
-    VisitLines(cursor, Answer::kAskRecords, matches);
+    WeightedKey const key = Fields(cursor);
+    if (!BeginsWith(key.Weights(), sure)) break;
+    VisitLines(cursor, MayBegin(key, literal) ? Answer::kAskRecords : Answer::kNo, matches);
   }
 }
 
-/// The weights with which the key of every text begins that matches.
-Bytes WeightedSearch::FirstWeights(ByteSpan pattern) const {
+/// The weights of what stands before the first wildcard, as many as a key has room for.
+Bytes WeightedSearch::LiteralWeights(ByteSpan pattern) const {
   std::string_view const text = AsCharacters(TextBytes(pattern));
   std::string const literal(text.substr(0, text.find_first_of(kWildcards)));
   Bytes record;
   MakeRecord(shape, XoString(literal.c_str()), record);
   Bytes const key = KeyOf(record);
-  ByteSpan weights = WeightedKey(LmdbValue(key.data(), key.size()), shape).Weights();
-  // Where case does not count, a pattern sees one letter in a byte that stands for two, and its key
-  // has both.
-  if (shape.type == static_cast<char>(XoCASEISTRING_T)) {
-    auto const pair = std::find_if(weights.begin(), weights.end(), [this](unsigned char weight) {
-      return beginsPair.test(weight);
-    });
-    if (pair != weights.end()) {
-      weights = weights.first(static_cast<std::size_t>(pair - weights.begin()) + 1);
-    }
-  }
+  ByteSpan const weights = WeightedKey(LmdbValue(key.data(), key.size()), shape).Weights();
   return {weights.begin(), weights.end()};
+}
+
+/// With how many of them the key of every text begins that matches. Where case does not count, a
+/// pattern sees one letter in a byte that stands for two, and the key of that has both.
+std::size_t WeightedSearch::SureWeights(ByteSpan literal) const {
+  if (shape.type != static_cast<char>(XoCASEISTRING_T)) return literal.size();
+  auto const pair = std::find_if(literal.begin(), literal.end(), [this](unsigned char weight) {
+    return secondOfPair[weight] != 0;
+  });
+  auto const before = static_cast<std::size_t>(pair - literal.begin());
+  return pair == literal.end() ? before : before + 1;
+}
+
+/// Whether a key can be that of a text which begins with these weights when second ones may be left
+/// out.
+bool WeightedSearch::MayBegin(WeightedKey const& key, ByteSpan literal) const {
+  ByteSpan const weights = key.Weights();
+  // Ends of what of the key has been met so far.
+  std::vector<std::size_t> places = {0};
+  for (unsigned char const wanted : literal) {
+    std::vector<std::size_t> next;
+    auto const add = [&next](std::size_t place) {
+      if (std::find(next.begin(), next.end(), place) == next.end()) next.push_back(place);
+    };
+    for (std::size_t const place : places) {
+      if (place == weights.size() && key.MayBeCut()) return true;
+      if (place == weights.size() || weights[place] != wanted) continue;
+      add(place + 1);
+      unsigned char const second = secondOfPair[wanted];
+      if (second != 0 && place + 1 < weights.size() && weights[place + 1] == second) add(place + 2);
+    }
+    places = std::move(next);
+  }
+  return !places.empty();
 }
 
 std::uint64_t WeightedSearch::Range(XoString const& low, XoString const& high) {

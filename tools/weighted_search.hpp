@@ -1,6 +1,6 @@
 #pragma once
 
-#include <bitset>
+#include <array>
 
 #include "tools/record_search.hpp"
 #include "tools/weighted_text.hpp"
@@ -23,11 +23,12 @@ class WeightedSearch : public RecordSearch {
   WeightedKey Fields(KeyCursor const& cursor) const;
   void FindEqual(ByteSpan wanted);
   void FindMatching(ByteSpan pattern);
-  Bytes FirstWeights(ByteSpan pattern) const;
+  Bytes LiteralWeights(ByteSpan pattern) const;
+  std::size_t SureWeights(ByteSpan literal) const;
+  bool MayBegin(WeightedKey const& key, ByteSpan literal) const;
 
-  /// Weights that have a second one behind them where they are those of one byte that stands for
-  /// two letters.
-  std::bitset<256> beginsPair;
+  /// By first weight, the second one of a byte that stands for two letters; 0 where there is none.
+  std::array<unsigned char, 256> secondOfPair{};
 };
 
 }  // namespace xo::tool
