@@ -12,6 +12,7 @@
 #include "tools/trouble.hpp"
 #include "tools/type_names.hpp"
 #include "tools/value_codec.hpp"
+#include "tools/value_text.hpp"
 #include "tools/weighted_text.hpp"
 
 namespace xo::tool {
@@ -117,6 +118,9 @@ void CheckSources(IndexReader const& index) {
 
 int CreateIndex(CreateOptions const& options) {
   IndexShape const shape = ShapeOf(options);
+  if (options.patterns && FamilyOf(shape.type) != TextFamily::kTemporal) {
+    throw Trouble(fmt::format("values of type {} have no wildcards", TypeName(shape.type)));
+  }
   // Before there is a file: a type or a format that cannot be read is refused.
   static_cast<void>(MakeCodec(shape, {options.format, options.patterns}));
   LineSource input(options.input);

@@ -167,9 +167,6 @@ std::unique_ptr<ValueCodec> MakeCodec(IndexShape const& shape, CodecOptions cons
     throw Trouble(
         fmt::format("text of type {} stands for itself: it has no format", TypeName(shape.type)));
   }
-  if (options.takesPatterns) {
-    throw Trouble(fmt::format("values of type {} are no patterns", TypeName(shape.type)));
-  }
   return std::make_unique<TextCodec>(shape);
 }
 
