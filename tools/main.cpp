@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <csignal>
 #include <functional>
+#include <iterator>
 #include <new>
 #include <string>
 #include <string_view>
@@ -22,6 +23,7 @@
 #include "tools/text_command.hpp"
 #include "tools/trouble.hpp"
 #include "tools/types_command.hpp"
+#include "tools/value_command.hpp"
 
 namespace xo::tool {
 namespace {
@@ -44,7 +46,9 @@ std::string Version() {
 /// option anyway.
 std::vector<std::string> Arguments(int count, char** values) {
   std::vector<std::string> arguments(values + 1, values + count);
-  bool const areValues = !arguments.empty() && arguments.front() == "index";
+  constexpr std::string_view kOfValues[] = {"index", "print", "convert", "date"};
+  bool const areValues = !arguments.empty() && std::find(std::begin(kOfValues), std::end(kOfValues),
+                                                         arguments.front()) != std::end(kOfValues);
   for (std::string& argument : arguments) {
     if (argument == "--") break;
     if (areValues) MarkNegativeValue(argument);
@@ -65,6 +69,7 @@ int Run(int count, char** values) {
   AddTextCommands(tool, command);
   AddSortCommand(tool, command);
   AddKeyCommand(tool, command);
+  AddValueCommands(tool, command);
   int exitCode = kDone;
   try {
     tool.parse(Arguments(count, values));

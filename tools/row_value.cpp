@@ -1,0 +1,286 @@
+#include "tools/row_value.hpp"
+
+#include <fmt/core.h>
+
+#include <algorithm>
+#include <charconv>
+#include <cstring>
+#include <memory>
+#include <optional>
+
+#include "tools/printable.hpp"
+#include "tools/record_names.hpp"
+#include "tools/text_decoder.hpp"
+#include "tools/trouble.hpp"
+#include "tools/type_names.hpp"
+
+namespace xo::tool {
+namespace {
+
+bool IsDigit(char character) { return character >= '0' && character <= '9'; }
+char Lower(char character) {
+  return character >= 'A' && character <= 'Z' ? static_cast<char>(character - 'A' + 'a')
+                                              : character;
+}
+bool IsBlank(char character) { return character == ' ' || character == '\t' || character == '\r'; }
+bool IsLetter(char character) {
+  // Bytes above ASCII are parts of letters.
+  return (Lower(character) >= 'a' && Lower(character) <= 'z') || (character & 0x80) != 0;
+}
+
+/// The numbers, words and wildcards of a text, and the other signs behind them and in all.
+struct Pieces {
+  std::vector<std::string> parts;
+  std::string signs;
+  std::string lastSigns;
+};
+
+/// A minus sign belongs to the number behind it where no number stands before it. A number behind a
+/// decimal point keeps it.
+std::string NumberPiece(std::string_view text, std::size_t begin, std::size_t end) {
+  auto const before = [&](std::size_t count) { return begin >= count ? text[begin - count] : ' '; };
+  std::string_view digits = text.substr(begin, end - begin);
+  if (before(1) == '.' && IsDigit(before(2)))
+    return std::string(text.substr(begin - 1, end - begin + 1));
+  while (digits.size() > 1 && digits.front() == '0') digits.remove_prefix(1);
+  bool const isNegative = before(1) == '-' && !IsDigit(before(2)) && before(2) != '*';
+  std::string piece(isNegative ? 1 : 0, '-');
+  return piece += digits;
+}
+
+Pieces PiecesOf(std::string_view text) {
+  Pieces pieces;
+  for (std::size_t at = 0; at < text.size();) {
+    std::size_t const begin = at;
+    if (IsDigit(text[at])) {
+      while (at < text.size() && IsDigit(text[at])) ++at;
+      pieces.parts.push_back(NumberPiece(text, begin, at));
+    } else if (IsLetter(text[at])) {
+      std::string word;
+      while (at < text.size() && IsLetter(text[at])) word += Lower(text[at++]);
+      pieces.parts.push_back(word);
+    } else if (text[at] == '*') {
+      pieces.parts.emplace_back("*");
+      ++at;
+    } else {
+      if (!IsBlank(text[at])) {
+        pieces.signs += text[at];
+        pieces.lastSigns += text[at];
+      }
+      ++at;
+      continue;
+    }
+    pieces.lastSigns.clear();
+  }
+  return pieces;
+}
+
+/// Digits behind a point in billionths. There are no more than nine of them.
+int Billionths(std::string digits) {
+  digits.resize(9, '0');
+  return std::stoi(digits);
+}
+
+/// Numbers behind a point: a count, as in a date, or a fraction, which a scan may make one
+/// nanosecond less.
+bool FractionsAgree(std::string_view a, std::string_view b) {
+  constexpr std::size_t kMostDigits = 9;
+  a.remove_prefix(1);
+  b.remove_prefix(1);
+  if (a.size() > kMostDigits || b.size() > kMostDigits) return a == b;
+  if (std::stoi(std::string(a)) == std::stoi(std::string(b))) return true;
+  int const less = Billionths(std::string(a)) - Billionths(std::string(b));
+  return less >= -1 && less <= 1;
+}
+
+/// Whether a piece of a text is what a scan takes it for: the same, or a name that is cut to, or
+/// longer than, the one that prints; names count by three letters.
+bool Agrees(std::string const& a, std::string const& b) {
+  if (a == b) return true;
+  if (a[0] == '.' && b[0] == '.') return FractionsAgree(a, b);
+  constexpr std::size_t kNameSize = 3;
+  std::size_t const common = std::min(a.size(), b.size());
+  bool const areNames = common >= kNameSize && IsLetter(a[0]) && IsLetter(b[0]);
+  return areNames && a.compare(0, common, b, 0, common) == 0;
+}
+
+std::string_view Trimmed(std::string_view text) {
+  while (!text.empty() && IsBlank(text.front())) text.remove_prefix(1);
+  while (!text.empty() && IsBlank(text.back())) text.remove_suffix(1);
+  return text;
+}
+
+/// The whole of `text` as a floating-point number, as near as one gets.
+template <class Real>
+std::optional<Real> AsReal(std::string_view text) {
+  Real number{};
+  auto const [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+  if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
+  return number;
+}
+
+/// The whole of `text`, which has no sign, in `base`, as the 64 bits that it takes.
+std::optional<std::uint64_t> AsWhole(std::string_view text, int base) {
+  std::uint64_t number = 0;
+  auto const [end, error] = std::from_chars(text.data(), text.data() + text.size(), number, base);
+  if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
+  return number;
+}
+
+/// A whole number, in any of the ways in which numbers are written, in decimal.
+std::vector<std::string> Readings(std::string_view text) {
+  bool const isNegative = text.starts_with('-');
+  if (isNegative || text.starts_with('+')) text.remove_prefix(1);
+  bool const hasPrefix = text.starts_with("0x") || text.starts_with("0X");
+  std::vector<std::string> readings;
+  for (int const base : {10, 8, 16}) {
+    if (base != 16 && hasPrefix) continue;
+    auto const number = AsWhole(text.substr(hasPrefix ? 2 : 0), base);
+    if (!number) continue;
+    readings.push_back(fmt::format("{}{}", isNegative && *number != 0 ? "-" : "", *number));
+  }
+  return readings;
+}
+
+struct NumberKind {
+  bool isReal;
+  bool isSingle;
+  bool isNumber;
+};
+
+NumberKind KindOf(char type) {
+  switch (type) {
+    case XoDOUBLE_T:
+    case XoNULL_DOUBLE_T:
+      return {true, false, true};
+    case XoFLOAT_T:
+    case XoNULL_FLOAT_T:
+      return {true, true, true};
+    case XoINT64_T:
+    case XoSEAL_T:
+    case XoNULL_XOINT64_T:
+      return {false, false, true};
+    default: {
+      bool const isPlain =
+          type <= XoU1B_T || type == XoBLOCKID_T || type == Xo8B_T || type == XoU8B_T;
+      bool const canBeNull = (type >= XoNULL_1B_T && type <= XoNULL_U4B_T) || type == XoNULL_8B_T ||
+                             type == XoNULL_U8B_T;
+      return {false, false, isPlain || canBeNull};
+    }
+  }
+}
+
+bool IsText(char type) {
+  return type == XoSTRING_T || type == XoISTRING_T || type == XoCASEISTRING_T || type == XoBLOB_T;
+}
+
+/// The scan of a truth takes everything that it does not know for false.
+bool IsTruthOrNull(std::string_view text, bool isNull) {
+  constexpr std::string_view kKnown[] = {"T", "t", "1", "TRUE",  "true",
+                                         "F", "f", "0", "FALSE", "false"};
+  return isNull || std::find(std::begin(kKnown), std::end(kKnown), text) != std::end(kKnown);
+}
+
+/// Whether all of `text` is what prints as `printed`. Behind its end nothing was read.
+bool SaysTheSame(std::string_view text, std::string_view printed, bool areSignsTheSame) {
+  Pieces const read = PiecesOf(text);
+  Pieces const there = PiecesOf(printed);
+  bool const signsAgree =
+      areSignsTheSame ? read.signs == there.signs : there.lastSigns.starts_with(read.lastSigns);
+  return signsAgree && std::equal(read.parts.begin(), read.parts.end(), there.parts.begin(),
+                                  there.parts.end(), Agrees);
+}
+
+}  // namespace
+
+XoCodeSet const& UsualCodeSet() { return CodeSetNamed("windows-1252"); }
+
+RowValue::RowValue(char valueType, XoCodeSet const& codeSet)
+    : type(valueType), value(XoTypeMgr{}.Create(valueType, 1)), set(codeSet) {
+  if (value == nullptr) throw Trouble(fmt::format("type {} has no values", TypeName(type)));
+}
+
+RowValue::~RowValue() { XoTypeMgr{}.Delete(type, value, 1); }
+
+void RowValue::Scan(std::string_view text, char const* format) {
+  XoString string = DecodeArgument(std::string(text), set, 0);
+  XoTypeMgr{}.ScanFromXoString(type, value, string, format, 1);
+}
+
+void RowValue::Fill(int byte) {
+  XoTypeMgr const manager;
+  // Objects that own something take care of themselves.
+  if (manager.IsFixed(type) != 0) std::memset(value, byte, manager.MemLenGet(type, 1));
+}
+
+bool RowValue::IsNumber(std::string_view text) const {
+  NumberKind const kind = KindOf(type);
+  if (!kind.isNumber || IsNull()) return false;
+  XoTypeMgr manager;
+  std::unique_ptr<XoTypeConvertData> const carrier(manager.ConvertTo(type, value, 1));
+  std::string const decimal = Encoded(*carrier->GetString(0));
+  text = Trimmed(text);
+  if (kind.isReal) {
+    if (text.starts_with('+')) text.remove_prefix(1);
+    if (kind.isSingle) {
+      auto const there = AsReal<double>(decimal);
+      auto const wanted = AsReal<float>(text);
+      return there && wanted && static_cast<float>(*there) == *wanted;
+    }
+    auto const wanted = AsReal<double>(text);
+    return wanted && wanted == AsReal<double>(decimal);
+  }
+  auto const readings = Readings(text);
+  return std::find(readings.begin(), readings.end(), decimal) != readings.end();
+}
+
+bool RowValue::ScanWhole(std::string_view text, char const* format) {
+  if (IsText(type)) {
+    Scan(text, format);
+    return true;
+  }
+  // What stays as it was when it is not read shows by what it was.
+  Fill(1);
+  Scan(text, format);
+  std::string const once = Print(format);
+  Fill(0);
+  Scan(text, format);
+  std::string const again = Print(format);
+  if (once != again) return false;
+  if (type == XoBOOLEAN_T) return IsTruthOrNull(text, IsNull());
+  if (again == text) return true;
+  bool const isNumber = KindOf(type).isNumber && !IsNull();
+  if ((isNumber && IsNumber(text)) || SaysTheSame(text, again, isNumber)) return true;
+  // The upper number of an object may be left out.
+  return type == XoOBJID_T && SaysTheSame(fmt::format("0-{}", text), again, false);
+}
+
+std::string RowValue::Print(char const* format) const {
+  XoString out;
+  XoTypeMgr{}.PrintToXoString(type, out, value, format, 1);
+  constexpr unsigned char kFirstWideSet = 225;
+  // Rows print bytes as they are.
+  if (out.codeSet < kFirstWideSet) out.codeSet = set.number;
+  return Encoded(out);
+}
+
+bool RowValue::IsNull() const { return XoTypeMgr{}.IsNullValue(type, value) != 0; }
+
+std::vector<unsigned char> RowValue::Stored(unsigned char format) const {
+  XoTypeMgr const manager;
+  std::vector<unsigned char> bytes(manager.DiskLenGet(type, value, format, 1, FormMemory));
+  manager.Store(type, bytes.data(), value, format, 1);
+  return bytes;
+}
+
+void ScanValue(RowValue& value, std::string_view text, char const* format,
+               std::string const& place) {
+  if (value.ScanWhole(text, format)) return;
+  if (format == nullptr) format = XoTypeMgr{}.ExchangeFormat(value.Type(), nullptr);
+  throw Trouble(fmt::format("{}{} is no {} under {}: what is read of it prints as {}",
+                            place.empty() ? place : fmt::format("{}: ", place), QuotedText(text),
+                            TypeName(value.Type()), QuotedText(format),
+                            QuotedText(value.Print(format))));
+}
+
+}  // namespace xo::tool

@@ -1,0 +1,63 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+#include <xotypemgr.hpp>
+
+namespace xo::tool {
+
+/// The code set of text that is in none of the user's choice: the Western one that weighted texts
+/// are in.
+XoCodeSet const& UsualCodeSet();
+
+/// One value of a row in memory, and the operations of its row on it.
+class RowValue {
+ public:
+  /// A new value. A type without operations is `Trouble`. `codeSet`, which must stay, is that of
+  /// text on its way in and out; it has to be one of 8 bits.
+  explicit RowValue(char valueType, XoCodeSet const& codeSet = UsualCodeSet());
+  /// Takes a value that an operation of the manager gave.
+  RowValue(char valueType, void* given, XoCodeSet const& codeSet)
+      : type(valueType), value(given), set(codeSet) {}
+  ~RowValue();
+  RowValue(RowValue const&) = delete;
+  RowValue& operator=(RowValue const&) = delete;
+
+  char Type() const { return type; }
+  void* Get() const { return value; }
+  template <class Value>
+  Value const& As() const {
+    return *static_cast<Value const*>(value);
+  }
+
+  /// Reads the value from text in UTF-8 under `format`, null for the row's own. Text that no string
+  /// holds is `Trouble`.
+  void Scan(std::string_view text, char const* format);
+  /// Reads the value and tells whether all of the text was read, for no scan reports it.
+  ///
+  /// All of it was read if the value prints as the text again, or as one that says the same:
+  /// numbers by what they are, other values by the numbers and words of their text in turn, where
+  /// leading zeros, blanks and which signs stand between them do not matter.
+  bool ScanWhole(std::string_view text, char const* format);
+
+  /// The value in UTF-8 under `format`, null for the row's own.
+  std::string Print(char const* format) const;
+  bool IsNull() const;
+  std::vector<unsigned char> Stored(unsigned char format) const;
+
+ private:
+  void Fill(int byte);
+  bool IsNumber(std::string_view text) const;
+
+  char type;
+  void* value;
+  XoCodeSet const& set;
+};
+
+/// Reads `value` from `text`. Text that is no such value is `Trouble`; `place`, where the text is
+/// from, goes before the message unless it is empty.
+void ScanValue(RowValue& value, std::string_view text, char const* format,
+               std::string const& place = {});
+
+}  // namespace xo::tool

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <functional>
+
+namespace CLI {
+class App;
+}
+
+namespace xo::tool {
+
+/// Adds `print` and `convert` to `tool`. What the command does, and its exit code, goes to
+/// `command`.
+void AddValueCommands(CLI::App& tool, std::function<int()>& command);
+
+}  // namespace xo::tool
