@@ -13,6 +13,7 @@
 #include <vector>
 #include <xotypemgr.hpp>
 
+#include "tools/date_command.hpp"
 #include "tools/index_command.hpp"
 #include "tools/intl_command.hpp"
 #include "tools/key_command.hpp"
@@ -70,6 +71,7 @@ int Run(int count, char** values) {
   AddSortCommand(tool, command);
   AddKeyCommand(tool, command);
   AddValueCommands(tool, command);
+  AddDateCommand(tool, command);
   int exitCode = kDone;
   try {
     tool.parse(Arguments(count, values));
