@@ -13,6 +13,7 @@
 #include <vector>
 #include <xotypemgr.hpp>
 
+#include "tools/blob_command.hpp"
 #include "tools/date_command.hpp"
 #include "tools/index_command.hpp"
 #include "tools/intl_command.hpp"
@@ -72,6 +73,7 @@ int Run(int count, char** values) {
   AddKeyCommand(tool, command);
   AddValueCommands(tool, command);
   AddDateCommand(tool, command);
+  AddBlobCommand(tool, command);
   int exitCode = kDone;
   try {
     tool.parse(Arguments(count, values));
