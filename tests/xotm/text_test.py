@@ -3,7 +3,6 @@
 import fnmatch
 import json
 import os
-import pty
 import random
 import unittest
 
@@ -183,29 +182,8 @@ class Compare(ToolTest):
         self.assertNotIn("\x1b", self.output("a\x1b[31m", "\x1b"))
         self.assertNotIn("\x1b", self.output("--json", "a\x1b[31m", "\x1b"))
 
-    def on_terminal(self, **environment):
-        """What the tool writes to a terminal."""
-        leader, follower = pty.openpty()
-        values = {name: value for name, value in os.environ.items() if name != "NO_COLOR"}
-        result = self.run_tool("text", "compare", "a", "A", stdout=follower,
-                               env={**values, "TERM": "xterm", **environment})
-        os.close(follower)
-        written = b""
-        try:
-            while block := os.read(leader, 4096):
-                written += block
-        except OSError:
-            pass
-        os.close(leader)
-        self.assertEqual(result.returncode, DONE)
-        return written
-
     def test_OnlyATerminalGetsColours(self):
-        self.assertIn(b"\x1b[", self.on_terminal())
-        self.assertIn(b"\x1b[", self.on_terminal(NO_COLOR=""))
-        self.assertNotIn(b"\x1b[", self.on_terminal(NO_COLOR="1"))
-        self.assertNotIn(b"\x1b[", self.on_terminal(TERM="dumb"))
-        self.assertNotIn("\x1b[", self.output("a", "A"))
+        self.assert_coloured_on_terminal("text", "compare", "a", "A")
 
     def test_WhatCannotBeAStringIsTrouble(self):
         def refused(a, b, *arguments):

@@ -1,7 +1,9 @@
 """What the tests of the tool share: running it in a folder of their own."""
 
 import os
+import pty
 import random
+import re
 import shutil
 import subprocess
 import tempfile
@@ -87,6 +89,36 @@ class ToolTest(unittest.TestCase):
             cwd=self.folder,
             **options,
         )
+
+    def on_terminal(self, *arguments, **environment):
+        """What the tool writes to a terminal."""
+        leader, follower = pty.openpty()
+        values = {name: value for name, value in os.environ.items() if name != "NO_COLOR"}
+        result = self.run_tool(*arguments, stdout=follower,
+                               env={**values, "TERM": "xterm", **environment})
+        os.close(follower)
+        written = b""
+        try:
+            while block := os.read(leader, 4096):
+                written += block
+        except OSError:
+            pass
+        os.close(leader)
+        self.assertEqual(result.returncode, DONE)
+        return written
+
+    def assert_coloured_on_terminal(self, *arguments):
+        """Only a terminal that takes colours gets them, and no text is changed by them."""
+        coloured = self.on_terminal(*arguments)
+        self.assertIn(b"\x1b[", coloured)
+        self.assertIn(b"\x1b[", self.on_terminal(*arguments, NO_COLOR=""))
+        plain = self.run_tool(*arguments).stdout
+        self.assertNotIn(b"\x1b[", plain)
+        for environment in ({"NO_COLOR": "1"}, {"TERM": "dumb"}):
+            shown = self.on_terminal(*arguments, **environment)
+            self.assertEqual(shown.replace(b"\r\n", b"\n"), plain)
+        self.assertEqual(re.sub(rb"\x1b\[[0-9;]*m", b"", coloured).replace(b"\r\n", b"\n"), plain)
+        return coloured
 
     def start_tool(self, *arguments, **options):
         process = subprocess.Popen(
