@@ -10,6 +10,7 @@
 #include <xotypemgr.hpp>
 
 #include "tools/index_command.hpp"
+#include "tools/key_sizes.hpp"
 #include "tools/record_names.hpp"
 #include "tools/row_value.hpp"
 #include "tools/standard_streams.hpp"
@@ -25,6 +26,8 @@ namespace {
 struct KeyOptions {
   std::string text;
   std::string type = "XoString";
+  /// A text of which the sizes are shown, in place of one key.
+  std::string sizesOf;
   // Of XoString alone, and empty where the user does not name them:
   std::string language;
   std::string codeSet;
@@ -95,9 +98,18 @@ int ShowOrderKey(KeyOptions const& options) {
   IndexShape const shape =
       TextShape(FormatOf(options.byteOrder), set.number, language.number, options.keyLength);
   Bytes record;
-  MakeRecord(shape, DecodeArgument(options.text, set, language.number), record);
-  Bytes bytes(shape.keyLength);
-  bytes.resize(MakeKey(shape, record, bytes.data(), bytes.size()));
+  auto const keyOf = [&](XoString const& text, Bytes& bytes) {
+    MakeRecord(shape, text, record);
+    bytes.resize(shape.keyLength);
+    bytes.resize(MakeKey(shape, record, bytes.data(), bytes.size()));
+    return TextKey(LmdbValue(bytes.data(), bytes.size()), shape.format).IsCut();
+  };
+  if (!options.sizesOf.empty()) {
+    WriteOutput(KeySizes(options.sizesOf, set, language.number, keyOf));
+    return kDone;
+  }
+  Bytes bytes;
+  keyOf(DecodeArgument(options.text, set, language.number), bytes);
 
   TextKey const key(LmdbValue(bytes.data(), bytes.size()), shape.format);
   KeyReport report(bytes, OutputTakesColour());
@@ -203,14 +215,23 @@ int ShowWeightKey(KeyOptions const& options, char type) {
                     "XoString",
                     TypeName(type)));
   }
-  XoString text = DecodeArgument(options.text, UsualCodeSet(), 0);
   RowValue value(type);
-  XoTypeMgr const manager;
-  manager.ScanFromXoString(type, value.Get(), text, nullptr, 1);
   auto const format = static_cast<unsigned char>(FormatOf(options.byteOrder) | FormatIndexKey);
-  Bytes bytes(options.keyLength);
-  bytes.resize(manager.Translate(type, bytes.data(), format, options.keyLength, value.Get(),
-                                 FormMemory, 0, 1));
+  auto const keyOf = [&](XoString& text, Bytes& bytes) {
+    XoTypeMgr const manager;
+    manager.ScanFromXoString(type, value.Get(), text, nullptr, 1);
+    bytes.resize(options.keyLength);
+    bytes.resize(manager.Translate(type, bytes.data(), format, options.keyLength, value.Get(),
+                                   FormMemory, 0, 1));
+    return bytes.size() < manager.DiskLenGet(type, value.Get(), format, 1, FormMemory);
+  };
+  if (!options.sizesOf.empty()) {
+    WriteOutput(KeySizes(options.sizesOf, UsualCodeSet(), 0, keyOf));
+    return kDone;
+  }
+  XoString text = DecodeArgument(options.text, UsualCodeSet(), 0);
+  Bytes bytes;
+  keyOf(text, bytes);
 
   KeyReport report(bytes, OutputTakesColour());
   report.Add(1, kFrame, "tag", "a key: weights in place of characters");
@@ -237,7 +258,10 @@ void AddKeyCommand(CLI::App& tool, std::function<int()>& command) {
   auto const options = std::make_shared<KeyOptions>();
   CLI::App* const key =
       tool.add_subcommand("key", "Show the bytes of a text's index key, field by field");
-  key->add_option("TEXT", options->text, "the text, in UTF-8")->required();
+  CLI::Option* const text = key->add_option("TEXT", options->text, "the text, in UTF-8");
+  CLI::Option* const sizes = key->add_option(
+      "--sizes", options->sizesOf, "tell instead what the keys of all lines of this text take");
+  text->excludes(sizes);
   key->add_option("--type", options->type, "XoString, XoIString or XoCaseIString")
       ->capture_default_str();
   key->add_option("--language", options->language,
@@ -248,7 +272,10 @@ void AddKeyCommand(CLI::App& tool, std::function<int()>& command) {
       ->check(CLI::Range(kShortestKey, kLongestKey))
       ->capture_default_str();
   AddByteOrderOption(*key, options->byteOrder, "byte order of the key")->default_str("little");
-  key->callback([options, &command] { command = [options] { return ShowKey(*options); }; });
+  key->callback([options, text, sizes, &command] {
+    if (text->count() + sizes->count() == 0) throw CLI::RequiredError("TEXT");
+    command = [options] { return ShowKey(*options); };
+  });
 }
 
 }  // namespace xo::tool

@@ -73,6 +73,44 @@ class WeightedKeys(Key):
         self.assert_trouble(refused("a", "--type", "XoIString", "--key-length", "5"), "--key-length")
 
 
+class Sizes(Key):
+    def sizes(self, text, *options):
+        result = self.run_tool("key", "--sizes", "-", *options, input=text)
+        self.assertEqual((result.returncode, result.stderr), (DONE, b""))
+        return dict(line.rsplit(None, 1) for line in result.stdout.decode().splitlines())
+
+    def test_AreSumsOverTheKeysOfAllLines(self):
+        # Keys of weights have 3 bytes before the weights and 1 behind them, those of orders, of
+        # which each has 2 bytes, 4 and 2.
+        self.assertEqual(self.sizes("a\nß\né\n", "--type", "XoIString"), {
+            "texts": "3", "bytes of a text, in UTF-8": "1.7", "bytes of a key": "5.3",
+            "keys that are cut": "0", "distinct keys": "3"})
+        self.assertEqual(self.sizes("a\nabc\n"), {
+            "texts": "2", "bytes of a text, in UTF-8": "2.0", "bytes of a key": "10.0",
+            "keys that are cut": "0", "distinct keys": "2"})
+
+    def test_TellWhichTextsHaveOneKey(self):
+        text = "e\nE\né\r\n"
+        for type, count in (("XoString", "3"), ("XoIString", "2"), ("XoCaseIString", "1")):
+            self.assertEqual(self.sizes(text, "--type", type)["distinct keys"], count)
+
+    def test_CountKeysThatAreCut(self):
+        for type, length in (("XoString", "8"), ("XoIString", "6")):
+            sizes = self.sizes("ab\nabc\nabcd\n", "--type", type, "--key-length", length)
+            self.assertEqual(sizes["keys that are cut"], "2" if type == "XoIString" else "3")
+
+    def test_PassOverWhatTheCodeSetLacks(self):
+        sizes = self.sizes("a\nЖ\n", "--type", "XoIString")
+        self.assertEqual((sizes["texts"], sizes["lines that windows-1252 lacks"]), ("1", "1"))
+        self.assertEqual(self.sizes("")["bytes of a key"], "-")
+
+    def test_OfWhatCannotBeReadAreTrouble(self):
+        self.assert_trouble(self.run_tool("key", "--sizes", "absent"), "absent")
+        self.assert_trouble(self.run_tool("key", "--sizes", "-", input=b"a\n\xff\n"), "line 2")
+        self.assert_trouble(self.run_tool("key", "a", "--sizes", "-"), "--sizes")
+        self.assert_trouble(self.run_tool("key"), "TEXT")
+
+
 class Colours(Key):
     def test_KeysOfOrdersHaveThemOnATerminal(self):
         coloured = self.assert_coloured_on_terminal("key", "a1-")
