@@ -16,6 +16,7 @@
 #include "tools/printable.hpp"
 #include "tools/row_value.hpp"
 #include "tools/standard_streams.hpp"
+#include "tools/temporal_views.hpp"
 #include "tools/text_decoder.hpp"
 #include "tools/text_table.hpp"
 #include "tools/trouble.hpp"
@@ -134,156 +135,14 @@ FoundValue FindValue(DateOptions const& options) {
   return {std::move(value), &type, {}};
 }
 
-/// A named field; only whole numbers may be wildcards.
-struct Field {
-  char const* name;
-  std::string text;
-  bool isWildcard = false;
-};
-
-Field FieldOf(char const* name, int number) {
-  return {name, fmt::format("{}", number), number == -1};
-}
-
-void AddDate(std::vector<Field>& fields, XoDate const& date) {
-  fields.push_back(FieldOf("year", date.year));
-  fields.push_back(FieldOf("month", date.month));
-  fields.push_back(FieldOf("day", date.day));
-}
-
-void AddTime(std::vector<Field>& fields, XoTime const& time) {
-  fields.push_back(FieldOf("hour", time.hour));
-  fields.push_back(FieldOf("minute", time.minute));
-  fields.push_back(FieldOf("second", time.second));
-}
-
-void AddOdmgDate(std::vector<Field>& fields, d_Date const& date) {
-  fields.push_back({"year", fmt::format("{}", date.year())});
-  fields.push_back({"month", fmt::format("{}", static_cast<int>(date.month()))});
-  fields.push_back({"day", fmt::format("{}", date.day())});
-}
-
-void AddOdmgTime(std::vector<Field>& fields, d_Time const& time) {
-  fields.push_back({"hour", fmt::format("{}", time.hour())});
-  fields.push_back({"minute", fmt::format("{}", time.minute())});
-  fields.push_back({"second", fmt::format("{:.2f}", time.second())});
-  fields.push_back({"zone", fmt::format("{:+} h {:+} min", time.tz_hour(), time.tz_minute())});
-}
-
-/// Everything that there is to tell about a value but its texts and bytes.
-struct Views {
-  std::vector<Field> fields;
-  /// Why it is no date or time; empty where it is one.
-  std::string whyInvalid;
-  /// Numbers that it stands for.
-  std::vector<Field> totals;
-  /// The date in it, for the calendars.
-  XoDate date = XoDate::NullValue();
-};
-
-std::string WhyNoDateOdmg(d_Date const& date) {
-  auto const month = static_cast<unsigned short>(date.month());
-  if (d_Date::is_valid_date(date.year(), month, date.day())) return {};
-  if (month < 1 || month > 12) return fmt::format("there is no month {}", month);
-  if (date.day() >= 1 && date.day() <= date.days_in_month()) {
-    return "the change of calendar left that day out";
-  }
-  return fmt::format("month {} has {} days", month, date.days_in_month());
-}
-
-std::string WhyNoTimeOdmg(d_Time const& time) {
-  return WhyNoTime({static_cast<short>(time.hour()), static_cast<short>(time.minute()),
-                    static_cast<int>(time.second())});
-}
-
-std::string FirstOf(std::string const& a, std::string const& b) { return a.empty() ? b : a; }
-
-template <class Value>
-void AddNanoSeconds(Views& views, Value const& value) {
-  AddDate(views.fields, value.Date());
-  AddTime(views.fields, value.Time());
-  views.fields.push_back(FieldOf("nanoseconds", value.nanoSeconds));
-  views.totals.push_back({"total days", fmt::format("{}", value.GetTotalDays())});
-  views.totals.push_back({"total seconds", fmt::format("{}", value.GetTotalSeconds())});
-}
-
-XoDate DateOf(d_Date const& date) {
-  return {date.year(), static_cast<int>(date.month()), date.day()};
-}
-
-Views ViewsOf(RowValue const& value) {
-  Views views;
-  switch (value.Type()) {
-    case XoDATE_T:
-      views.date = value.As<XoDate>();
-      AddDate(views.fields, views.date);
-      views.whyInvalid = WhyNoDate(views.date);
-      break;
-    case XoTIME_T: {
-      auto const& time = value.As<XoTime>();
-      AddTime(views.fields, time);
-      views.whyInvalid = WhyNoTime(time);
-      views.totals.push_back({"seconds of the day", fmt::format("{}", static_cast<int>(time))});
-      break;
-    }
-    case XoDATIME_T: {
-      auto const& both = value.As<XoDateTime>();
-      views.date = both.date;
-      AddDate(views.fields, both.date);
-      AddTime(views.fields, both.time);
-      views.whyInvalid = FirstOf(WhyNoDate(both.date), WhyNoTime(both.time));
-      break;
-    }
-    case XoDATIME_N_T: {
-      auto const& both = value.As<XoDateTimeN>();
-      views.date = both.Date();
-      AddNanoSeconds(views, both);
-      views.whyInvalid = FirstOf(WhyNoDate(both.Date()), WhyNoTime(both.Time()));
-      break;
-    }
-    case XoTIMESPAN_T:
-      AddNanoSeconds(views, value.As<XoTimeSpan>());
-      break;
-    case D_DATE_T: {
-      auto const& date = value.As<d_Date>();
-      views.date = DateOf(date);
-      AddOdmgDate(views.fields, date);
-      views.whyInvalid = WhyNoDateOdmg(date);
-      break;
-    }
-    case D_TIME_T:
-      AddOdmgTime(views.fields, value.As<d_Time>());
-      views.whyInvalid = WhyNoTimeOdmg(value.As<d_Time>());
-      break;
-    case D_TIMESTAMP_T: {
-      auto const& both = value.As<d_Timestamp>();
-      views.date = DateOf(both.date());
-      AddOdmgDate(views.fields, both.date());
-      AddOdmgTime(views.fields, both.time());
-      views.whyInvalid = FirstOf(WhyNoDateOdmg(both.date()), WhyNoTimeOdmg(both.time()));
-      break;
-    }
-    default: {
-      auto const& span = value.As<d_Interval>();
-      views.fields = {{"days", fmt::format("{}", span.day())},
-                      {"hours", fmt::format("{}", span.hour())},
-                      {"minutes", fmt::format("{}", span.minute())},
-                      {"seconds", fmt::format("{:g}", span.second())}};
-      views.totals.push_back({"total seconds", fmt::format("{:.9g}", span.Seconds())});
-      break;
-    }
-  }
-  return views;
-}
-
 std::string HexOf(std::vector<unsigned char> const& bytes) {
   return fmt::format("{:02x}", fmt::join(bytes, " "));
 }
 
-std::string Validity(TemporalType const& type, Views const& views, bool isNull, bool hasWildcards) {
-  if (isNull) return "no, it is null";
+std::string Validity(TemporalType const& type, Views const& views) {
+  if (views.isNull) return "no, it is null";
   if (!type.hasDate && !type.hasTime) return "any fields are";
-  if (hasWildcards) return "no, it is a pattern";
+  if (views.isPattern) return "no, it is a pattern";
   return views.whyInvalid.empty() ? "yes" : fmt::format("no, {}", views.whyInvalid);
 }
 
@@ -291,7 +150,6 @@ std::string Report(FoundValue const& found) {
   RowValue const& value = *found.value;
   TemporalType const& type = *found.type;
   Views const views = ViewsOf(value);
-  bool const isNull = value.IsNull();
   bool const hasNull = XoTypeMgr{}.SupportsNullValue(type.type) != 0;
 
   TextTable table("tt");
@@ -299,15 +157,14 @@ std::string Report(FoundValue const& found) {
   table.Add({"read by", found.format});
   std::vector<std::string> wildcards;
   for (Field const& field : views.fields) {
-    bool const isWildcard = field.isWildcard && hasNull;
-    if (isWildcard) wildcards.emplace_back(field.name);
-    table.Add({field.name, field.text + (isWildcard ? " (wildcard)" : "")});
+    if (field.isWildcard) wildcards.emplace_back(field.name);
+    table.Add({field.name, field.text + (field.isWildcard ? " (wildcard)" : "")});
   }
-  table.Add({"null", isNull ? "yes" : hasNull ? "no" : "no, the type has none"});
-  table.Add({"valid", Validity(type, views, isNull, !wildcards.empty())});
+  table.Add({"null", views.isNull ? "yes" : hasNull ? "no" : "no, the type has none"});
+  table.Add({"valid", Validity(type, views)});
   table.Add({"wildcards", wildcards.empty() ? std::string("none")
                                             : fmt::format("{}", fmt::join(wildcards, ", "))});
-  bool const isPlain = !isNull && wildcards.empty();
+  bool const isPlain = !views.isNull && !views.isPattern;
   for (Field const& total : views.totals) {
     if (isPlain) table.Add({total.name, total.text});
   }

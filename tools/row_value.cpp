@@ -114,6 +114,15 @@ std::string_view Trimmed(std::string_view text) {
 template <class Real>
 std::optional<Real> AsReal(std::string_view text) {
   Real number{};
+  bool const isNegative = text.starts_with('-');
+  std::string_view const magnitude = text.substr(isNegative ? 1 : 0);
+  if (magnitude.starts_with("0x") || magnitude.starts_with("0X")) {
+    std::string_view const digits = magnitude.substr(2);
+    auto const [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), number,
+                                              std::chars_format::hex);
+    if (error != std::errc() || end != digits.data() + digits.size()) return std::nullopt;
+    return isNegative ? -number : number;
+  }
   auto const [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
   if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
   return number;
@@ -127,12 +136,22 @@ std::optional<std::uint64_t> AsWhole(std::string_view text, int base) {
   return number;
 }
 
+/// Whether whole numbers may begin with 0x: where the base is told by the text, and in formats of
+/// that base.
+bool TakesPrefix(char type, std::string_view format) {
+  constexpr char kTypes[] = {Xo1B_T,      XoU1B_T,      XoINT64_T,       XoSEAL_T,
+                             XoNULL_1B_T, XoNULL_U1B_T, XoNULL_XOINT64_T};
+  return format.find_first_of("xXi") != std::string_view::npos ||
+         std::find(std::begin(kTypes), std::end(kTypes), type) != std::end(kTypes);
+}
+
 /// A whole number, in any of the ways in which numbers are written, in decimal.
-std::vector<std::string> Readings(std::string_view text) {
+std::vector<std::string> Readings(std::string_view text, bool takesPrefix) {
   bool const isNegative = text.starts_with('-');
   if (isNegative || text.starts_with('+')) text.remove_prefix(1);
   bool const hasPrefix = text.starts_with("0x") || text.starts_with("0X");
   std::vector<std::string> readings;
+  if (hasPrefix && !takesPrefix) return readings;
   for (int const base : {10, 8, 16}) {
     if (base != 16 && hasPrefix) continue;
     auto const number = AsWhole(text.substr(hasPrefix ? 2 : 0), base);
@@ -175,20 +194,52 @@ bool IsText(char type) {
 }
 
 /// The scan of a truth takes everything that it does not know for false.
-bool IsTruthOrNull(std::string_view text, bool isNull) {
+bool IsTruth(std::string_view text) {
   constexpr std::string_view kKnown[] = {"T", "t", "1", "TRUE",  "true",
                                          "F", "f", "0", "FALSE", "false"};
-  return isNull || std::find(std::begin(kKnown), std::end(kKnown), text) != std::end(kKnown);
+  return std::find(std::begin(kKnown), std::end(kKnown), text) != std::end(kKnown);
 }
 
-/// Whether all of `text` is what prints as `printed`. Behind its end nothing was read.
-bool SaysTheSame(std::string_view text, std::string_view printed, bool areSignsTheSame) {
+/// How much the signs between numbers and words say.
+enum class Signs {
+  kAll,         ///< all of them: of numbers
+  kNoBrackets,  ///< all but brackets: of identifiers
+  kLast,        ///< those behind the last number or word, and how many there are: of all others
+};
+
+bool SignsAgree(Pieces const& read, Pieces const& there, Signs signs) {
+  auto const withoutBrackets = [](std::string text) {
+    std::erase_if(text, [](char each) { return each == '(' || each == ')'; });
+    return text;
+  };
+  switch (signs) {
+    case Signs::kAll:
+      return read.signs == there.signs;
+    case Signs::kNoBrackets:
+      return withoutBrackets(read.signs) == withoutBrackets(there.signs) &&
+             there.lastSigns.starts_with(read.lastSigns);
+    default:
+      return read.signs.size() <= there.signs.size() &&
+             there.lastSigns.starts_with(read.lastSigns);
+  }
+}
+
+/// Whether all of `text` is what prints as `printed`.
+bool SaysTheSame(std::string_view text, std::string_view printed, Signs signs) {
   Pieces const read = PiecesOf(text);
   Pieces const there = PiecesOf(printed);
-  bool const signsAgree =
-      areSignsTheSame ? read.signs == there.signs : there.lastSigns.starts_with(read.lastSigns);
-  return signsAgree && std::equal(read.parts.begin(), read.parts.end(), there.parts.begin(),
-                                  there.parts.end(), Agrees);
+  if (!SignsAgree(read, there, signs)) return false;
+  auto begin = there.parts.begin();
+  // A weekday follows from the date.
+  bool const hasMore = there.parts.size() > read.parts.size() && !read.parts.empty();
+  if (hasMore && IsLetter((*begin)[0]) && !IsLetter(read.parts[0][0])) ++begin;
+  return std::equal(read.parts.begin(), read.parts.end(), begin, there.parts.end(), Agrees);
+}
+
+Signs SignsOf(char type) {
+  if (KindOf(type).isNumber) return Signs::kAll;
+  return type == XoOBJID_T || type == XoCLID_T || type == XoREF_T ? Signs::kNoBrackets
+                                                                  : Signs::kLast;
 }
 
 }  // namespace
@@ -213,7 +264,7 @@ void RowValue::Fill(int byte) {
   if (manager.IsFixed(type) != 0) std::memset(value, byte, manager.MemLenGet(type, 1));
 }
 
-bool RowValue::IsNumber(std::string_view text) const {
+bool RowValue::IsNumber(std::string_view text, std::string_view format) const {
   NumberKind const kind = KindOf(type);
   if (!kind.isNumber || IsNull()) return false;
   XoTypeMgr manager;
@@ -230,7 +281,7 @@ bool RowValue::IsNumber(std::string_view text) const {
     auto const wanted = AsReal<double>(text);
     return wanted && wanted == AsReal<double>(decimal);
   }
-  auto const readings = Readings(text);
+  auto const readings = Readings(text, TakesPrefix(type, format));
   return std::find(readings.begin(), readings.end(), decimal) != readings.end();
 }
 
@@ -247,12 +298,12 @@ bool RowValue::ScanWhole(std::string_view text, char const* format) {
   Scan(text, format);
   std::string const again = Print(format);
   if (once != again) return false;
-  if (type == XoBOOLEAN_T) return IsTruthOrNull(text, IsNull());
   if (again == text) return true;
-  bool const isNumber = KindOf(type).isNumber && !IsNull();
-  if ((isNumber && IsNumber(text)) || SaysTheSame(text, again, isNumber)) return true;
-  // The upper number of an object may be left out.
-  return type == XoOBJID_T && SaysTheSame(fmt::format("0-{}", text), again, false);
+  if (type == XoBOOLEAN_T) return IsTruth(text);
+  if (format == nullptr) format = XoTypeMgr{}.ExchangeFormat(type, nullptr);
+  Signs const signs = SignsOf(type);
+  if (IsNumber(text, format) || SaysTheSame(text, again, signs)) return true;
+  return type == XoOBJID_T && SaysTheSame(fmt::format("0-{}", text), again, signs);
 }
 
 std::string RowValue::Print(char const* format) const {
@@ -277,9 +328,8 @@ void ScanValue(RowValue& value, std::string_view text, char const* format,
                std::string const& place) {
   if (value.ScanWhole(text, format)) return;
   if (format == nullptr) format = XoTypeMgr{}.ExchangeFormat(value.Type(), nullptr);
-  throw Trouble(fmt::format("{}{} is no {} under {}: what is read of it prints as {}",
-                            place.empty() ? place : fmt::format("{}: ", place), QuotedText(text),
-                            TypeName(value.Type()), QuotedText(format),
+  throw Trouble(fmt::format("{}{} is no {} under {}: what is read of it prints as {}", place,
+                            QuotedText(text), TypeName(value.Type()), QuotedText(format),
                             QuotedText(value.Print(format))));
 }
 

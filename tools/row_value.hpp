@@ -37,8 +37,9 @@ class RowValue {
   /// Reads the value and tells whether all of the text was read, for no scan reports it.
   ///
   /// All of it was read if the value prints as the text again, or as one that says the same:
-  /// numbers by what they are, other values by the numbers and words of their text in turn, where
-  /// leading zeros, blanks and which signs stand between them do not matter.
+  /// numbers by what they are, other values by the numbers and words of their text in turn. There
+  /// leading zeros and blanks do not matter, nor, but for identifiers, which signs stand between; a
+  /// weekday may be left out, and the upper number of an object.
   bool ScanWhole(std::string_view text, char const* format);
 
   /// The value in UTF-8 under `format`, null for the row's own.
@@ -48,7 +49,7 @@ class RowValue {
 
  private:
   void Fill(int byte);
-  bool IsNumber(std::string_view text) const;
+  bool IsNumber(std::string_view text, std::string_view format) const;
 
   char type;
   void* value;
@@ -56,7 +57,7 @@ class RowValue {
 };
 
 /// Reads `value` from `text`. Text that is no such value is `Trouble`; `place`, where the text is
-/// from, goes before the message unless it is empty.
+/// from ("file, line 3: "), goes before the message.
 void ScanValue(RowValue& value, std::string_view text, char const* format,
                std::string const& place = {});
 

@@ -15,6 +15,7 @@
 #include "tools/record_names.hpp"
 #include "tools/row_value.hpp"
 #include "tools/standard_streams.hpp"
+#include "tools/temporal_views.hpp"
 #include "tools/trouble.hpp"
 #include "tools/type_names.hpp"
 
@@ -53,7 +54,7 @@ XoCodeSet const& NarrowSetNamed(std::string const& wanted) {
   return set;
 }
 
-/// Calls `use` with each value and the place that it is from.
+/// Calls `use` with each value and the place that it is from, worded to stand before a message.
 template <class Use>
 void ForEachValue(ValueOptions const& options, Use use) {
   for (std::string const& value : options.values) use(ValueOf(value), std::string());
@@ -62,7 +63,17 @@ void ForEachValue(ValueOptions const& options, Use use) {
   while (source.Next()) {
     std::string_view line = source.Text();
     if (line.ends_with('\r')) line.remove_suffix(1);
-    use(line, fmt::format("{}, line {}", PrintableName(source.Name()), source.Number()));
+    use(line, fmt::format("{}, line {}: ", PrintableName(source.Name()), source.Number()));
+  }
+}
+
+/// Reads a value, which also has to be one that can be used.
+void TakeValue(RowValue& value, std::string_view text, ValueOptions const& options,
+               std::string const& place) {
+  ScanValue(value, text, options.ScanFormat(), place);
+  if (std::string const reason = WhyUnusable(value); !reason.empty()) {
+    throw Trouble(fmt::format("{}{} is no valid {}: {}", place, QuotedText(text),
+                              TypeName(value.Type()), reason));
   }
 }
 
@@ -71,7 +82,7 @@ int PrintValues(PrintOptions const& options) {
   XoCodeSet const& set = NarrowSetNamed(options.codeSet);
   ForEachValue(options, [&](std::string_view text, std::string const& place) {
     RowValue value(type, set);
-    ScanValue(value, text, options.ScanFormat(), place);
+    TakeValue(value, text, options, place);
     WriteOutput(value.Print(options.format.c_str()) + '\n');
   });
   return kDone;
@@ -86,7 +97,7 @@ int ConvertValues(ConvertOptions const& options) {
   XoTypeMgr manager;
   ForEachValue(options, [&](std::string_view text, std::string const& place) {
     RowValue value(from, set);
-    ScanValue(value, text, options.ScanFormat(), place);
+    TakeValue(value, text, options, place);
     std::unique_ptr<XoTypeConvertData> const strings(manager.ConvertTo(from, value.Get(), 1));
     if (strings == nullptr) {
       throw Trouble(fmt::format("values of type {} do not convert", TypeName(from)));

@@ -65,6 +65,10 @@ class Print(ValueTest):
         self.assertEqual(self.printed("o_double", "%.1f", "1e3", ".5", "+2", "1.50"),
                          ["1000.0", "0.5", "2.0", "1.5"])
         self.assertEqual(self.printed("o_float", "%.1f", "0.1"), ["0.1"])
+        self.assertEqual(self.printed("o_double", "%.1f", "0x1p3", "-0x1.8"), ["8.0", "-1.5"])
+        self.assertEqual(self.printed("XoDate", "%D", "15.Apr 2021", "Thu 15.April 2021"),
+                         ["2021-04-15"] * 2)
+        self.assertEqual(self.printed("XoRef", "%D", "(7:1-2#3,12)"), ["7"])
         self.assertEqual(self.printed("XoInt64", "%d", "0x10", "010"), ["16", "8"])
         self.assertEqual(self.printed("BlockId", "%u", "#7", "#007"), ["7", "7"])
         self.assertEqual(self.printed("o_char", "%d", "A", "0x41"), ["65", "65"])
@@ -88,13 +92,27 @@ class Print(ValueTest):
                             ("o_float", "1e39"), ("o_char", "AB"), ("BlockId", "7"),
                             ("XoInt64", "12x"), ("XoInt64", "9223372036854775808"),
                             ("XoBoolean", "True"), ("XoBoolean", "yes"),
-                            ("XoNull_int", "12x"), ("XoNull_int", "2147483648"),
+                            ("o_4b", "0x0"), ("o_double", "0x1p3x"), ("XoBoolean", "{NULL}2"),
+                            ("XoObjId", "(2#0)7"), ("XoClassId", "(123)"),
+                            ("XoRef", "(7:1-2#3+ 12)"), ("XoTime", "*:05:09 pm"),
+                            ("XoTimeSpan", "1.0:0-:0"), ("XoNull_int", "12x"), ("XoNull_int", "2147483648"),
                             ("XoDate", "Fri 15.Apr 2021"), ("XoDate", "Thu 15.Apr 2021 x"),
                             ("XoDate", "Thu 15.Apr"), ("XoTime", "25"),
                             ("XoClassId", "(12v3)4"), ("XoClassId", "(65536v3)"),
                             ("XoObjId", "(1-2#"), ("XoSeal", "281474976710656")):
             with self.subTest(type=type, value=value):
                 self.assert_bad(type, value, f"'{value}'")
+
+    def test_DatesAndTimesHaveToBeValidOrPatterns(self):
+        self.assert_bad("XoDate", "2021-14-45", "no valid XoDate", "no month 14",
+                        scan_format="%Y-%m-%d")
+        self.assert_bad("XoTime", "24:00:00", "no hour 24", scan_format="%H:%M:%S")
+        self.assert_bad("d_Date", "1582-10-10", "left that day out", scan_format="%Y-%m-%d")
+        self.assertEqual(self.printed("XoDate", "%d", "Sat 24.Dec *"), ["24"])
+        self.assertEqual(self.printed("XoTimeSpan", "%H", "1.99:00:00"), ["99"])
+        result = self.run_tool("convert", "--from", "XoTime", "--to", "XoString", "--scan-format",
+                               "%H:%M:%S", input="1:2:3\n1:2:60\n")
+        self.assert_trouble(result, "standard input, line 2: '1:2:60'", "no second 60")
 
     def test_AMessageTellsTheFormatAndWhatWasRead(self):
         self.assert_bad("o_4b", "12abc", "'%ld'", "'12'")
