@@ -98,6 +98,8 @@ bool FractionsAgree(std::string_view a, std::string_view b) {
 bool Agrees(std::string const& a, std::string const& b) {
   if (a == b) return true;
   if (a[0] == '.' && b[0] == '.') return FractionsAgree(a, b);
+  // A point may stand where another sign prints.
+  if (a[0] == '.' && IsDigit(b[0])) return NumberPiece(a, 1, a.size()) == b;
   constexpr std::size_t kNameSize = 3;
   std::size_t const common = std::min(a.size(), b.size());
   bool const areNames = common >= kNameSize && IsLetter(a[0]) && IsLetter(b[0]);
@@ -219,8 +221,7 @@ bool SignsAgree(Pieces const& read, Pieces const& there, Signs signs) {
       return withoutBrackets(read.signs) == withoutBrackets(there.signs) &&
              there.lastSigns.starts_with(read.lastSigns);
     default:
-      return read.signs.size() <= there.signs.size() &&
-             there.lastSigns.starts_with(read.lastSigns);
+      return read.signs.size() <= there.signs.size() && there.lastSigns.starts_with(read.lastSigns);
   }
 }
 

@@ -80,7 +80,8 @@ class Print(ValueTest):
                          ["255", "255"])
         self.assertEqual(
             self.output("print", "XoDate", "%e.%m.%Y", "--scan-format", "%Y-%m-%d", "2021-4-5",
-                        "2021/04/05", "*-12-24"), ["05.04.2021", "05.04.2021", "24.12.*"])
+                        "2021/04/05", "2021.04.05", "*-12-24"),
+            ["05.04.2021", "05.04.2021", "05.04.2021", "24.12.*"])
         self.assertEqual(
             self.output("print", "XoTime", "%H:%M", "--scan-format", "%I.%M %p", "01.30 pm"),
             ["13:30"])
