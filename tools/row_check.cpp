@@ -227,10 +227,6 @@ class RowQuestions {
 
   /// The estimate of how much of an index of both values the lower one is.
   void AskEvaluation() {
-    if (row.EvalAndBound == CurrentTypeTable[kXoIllegalRow]->EvalAndBound) {
-      report.withoutEvaluation.push_back(TypeName(type));
-      return;
-    }
     Disk first = Stored(low, FormLittle);
     Disk last = Stored(high, FormLittle);
     // Of text there is room behind what is evaluated.
@@ -247,7 +243,8 @@ class RowQuestions {
     unsigned short op = kXoBoundEqual | kCmpNoWildcards;
     float const share =
         manager.EvalAndBound(type, &range, op, value.data(), FormLittle, 1, &bounds, nullptr);
-    Ask("EvalAndBound", std::isfinite(share) && share >= 0.0F);
+    bool const isOwn = row.EvalAndBound != CurrentTypeTable[kXoIllegalRow]->EvalAndBound;
+    Ask("EvalAndBound", isOwn && std::isfinite(share) && share >= 0.0F);
     ReleaseBounds(bounds);
   }
 

@@ -11,8 +11,6 @@ struct RowCheck {
   int questions = 0;
   /// One line each.
   std::vector<std::string> faults;
-  /// Rows that do not evaluate predicates of an index.
-  std::vector<std::string> withoutEvaluation;
 };
 
 /// Asks every row that stands for a type for everything that a row has an operation for, with two

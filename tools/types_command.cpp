@@ -117,16 +117,8 @@ std::string AsJson(std::vector<TypeRow> const& rows) {
   return table.dump(2) + '\n';
 }
 
-/// Whether a row that does not evaluate predicates is a fault as well.
-constexpr bool kRequiresEvaluation = false;
-
 int CheckTable() {
-  RowCheck check = CheckRows();
-  if (kRequiresEvaluation) {
-    for (std::string const& type : check.withoutEvaluation) {
-      check.faults.push_back(fmt::format("{}: EvalAndBound", type));
-    }
-  }
+  RowCheck const check = CheckRows();
   for (std::string const& fault : check.faults) WriteOutput(fault + '\n');
   if (!check.faults.empty()) {
     throw Trouble(fmt::format("{} of {} questions to {} rows have a wrong answer",
