@@ -383,6 +383,17 @@ TEST(WideBounds, AKeyOutsideDoesNotCountHoweverNear) {
   }
 }
 
+TEST(WideBounds, TheOnlyKeyCountsFromAValueThatADoubleCannotTellFromIt) {
+  std::int64_t const key = std::int64_t{1} << 62;
+  for (char id : {char{Xo8B_T}, char{XoU8B_T}, char{XoINT64_T}}) {
+    NumberRow const& row = RowOf(id);
+    EXPECT_EQ(ShareOfNumbers(row, key, key, key - 5, 4), 1.0F);
+    EXPECT_EQ(ShareOfNumbers(row, key, key, key + 5, 2), 1.0F);
+    EXPECT_EQ(ShareOfNumbers(row, key, key, key, 6), 1.0F);
+    EXPECT_EQ(ShareOfNumbers(row, key, key, key + 5, 6), 1.0F);
+  }
+}
+
 TEST(WideBounds, AnAreaOfNoneIsAStepWhereverTheValueLiesInTheRange) {
   for (char id : {char{Xo8B_T}, char{XoU8B_T}, char{XoINT64_T}}) {
     NumberRow const& row = RowOf(id);
