@@ -78,6 +78,12 @@ TEST(ReferenceBounds, WeighTheDatabaseMost) {
   }
 }
 
+TEST(ReferenceBounds, SpreadOverTheSquareOfTheHighestLong) {
+  // 32768 * 65535 + 32896 is 2^31 + 128. Of 2^32 that were halfway between two floats, and went to
+  // the even one, which is a half.
+  EXPECT_EQ(Share(XoREF_T, kBelow, Reference(0, 32896, 32768), {}), 0.5F + 0x1p-24F);
+}
+
 TEST(ReferenceBounds, KeepOnlyRelationPatternAndUppermostBit) {
   ByteList const value = Reference(1, 2, 3);
   EXPECT_EQ(Evaluate(XoREF_T, 0xFFF9, value).op, 0x8009);
@@ -108,6 +114,12 @@ TEST(SealBounds, OfValuesInMemoryReadTheWords) {
   Keys const range = {words(0, 0, 0), words(0, 1, 0x7FFF)};
   EXPECT_EQ(Evaluate(XoSEAL_T, kBelow, words(0, 0, 0x6000), range, kMemory),
             (Evaluated{0.25F, kBelow, {}, words(0, 0, 0x6000)}));
+}
+
+TEST(SealBounds, OfAKeyInMemoryFormAreStoredOnes) {
+  // Only the format of memory alone tells of words.
+  Keys const range = {Seal(0, 0, 0), Seal(0, 1, 0x7FFF)};
+  EXPECT_EQ(Share(XoSEAL_T, kBelow, Seal(0, 0, 0x6000), range, 0x88), 0.25F);
 }
 
 TEST(SealBounds, CountOneKeyAtAnEndThatTheRelationExcludes) {

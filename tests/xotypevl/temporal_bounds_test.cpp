@@ -466,6 +466,13 @@ TEST(OdmgTimestampBounds, WidenTheWildcardsOfTheDate) {
             (Evaluated{0, kEqual, Date(2020, 5, 5) + wild, Date(2020, 5, 5) + wild}));
 }
 
+TEST(OdmgTimestampBounds, LeaveBoundsThatThereAre) {
+  ByteList const time = FieldBytes({0, 0, 12, 0, 0, 0});
+  ByteList const other = Date(1999, 9, 9) + time;
+  EXPECT_EQ(WithPresent(D_TIMESTAMP_T, kEqual, Date(2020, -1, 1) + time, {{}, other}),
+            (Keys{Date(2020, -128, 1) + time, other}));
+}
+
 TEST(OdmgTimestampBounds, CountDaysOfTheDateAndTheTimeAsStored) {
   ByteList const start = FieldBytes({0, 0, 0, 0, 0, 0}), noon = FieldBytes({5, 0, 12, 0, 0, 99});
   Keys const january = {Date(2020, 1, 1) + start, Date(2020, 2, 1) + start};
