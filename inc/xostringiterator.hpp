@@ -99,6 +99,6 @@ class XO_EXPORT XoStringIterator {
 };
 
 /// A number that grows with the order of texts: from the first three digits, letters or ideographs
-/// among the next `count` orders, or from the first four bytes where there is no code set. For
-/// estimates of how far two texts are apart.
+/// among the next `count` orders, or from the first four of the next `count` bytes where there is no
+/// code set. For estimates of how far two texts are apart.
 XO_EXPORT double StringPrefixEstimate(XoStringIterator& iterator, unsigned short count);

@@ -305,7 +305,8 @@ double StringPrefixEstimate(XoStringIterator& iterator, unsigned short count) {
   }
   double estimate = 0;
   bool ended = iterator.cursor == nullptr;
-  for (int place = 0; place < 4; ++place) {
+  for (unsigned place = 0; place < 4; ++place) {
+    ended = ended || place >= count;
     unsigned const byte = ended ? 0 : LoadNarrow(iterator.cursor);
     ended = ended || byte == 0;
     if (!ended) ++iterator;

@@ -388,7 +388,7 @@ TEST(Estimate, OfAnIdeographIsItsCode) {
 TEST(Estimate, WithoutCodeSetIsOfFourBytes) {
   auto const estimate = [](char const* text) {
     XoStringIterator iterator(text, 0, kNeutral);
-    return StringPrefixEstimate(iterator, 0);
+    return StringPrefixEstimate(iterator, 100);
   };
   EXPECT_EQ(estimate(""), 0.0);
   EXPECT_EQ(estimate("a"), 97.0 * 128 * 128 * 128);
@@ -396,6 +396,16 @@ TEST(Estimate, WithoutCodeSetIsOfFourBytes) {
   EXPECT_EQ(estimate("abcd"), ((97.0 * 128 + 98) * 128 + 99) * 128 + 100);
   EXPECT_EQ(estimate("abcdz"), estimate("abcda"));
   EXPECT_EQ(estimate("\xE9"), 127.0 * 128 * 128 * 128);
+}
+
+TEST(Estimate, WithoutCodeSetTakesNoMoreBytesThanAsked) {
+  double const whole[] = {0.0, 97.0 * 128 * 128 * 128, (97.0 * 128 + 98) * 128 * 128,
+                          ((97.0 * 128 + 98) * 128 + 99) * 128,
+                          ((97.0 * 128 + 98) * 128 + 99) * 128 + 100};
+  for (unsigned short count = 0; count < 7; ++count) {
+    XoStringIterator iterator("abcdef", 0, kNeutral);
+    EXPECT_EQ(StringPrefixEstimate(iterator, count), whole[std::min<unsigned>(count, 4)]) << count;
+  }
 }
 
 TEST(Estimate, GrowsWithTheText) {
