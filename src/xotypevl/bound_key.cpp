@@ -172,7 +172,7 @@ void ValueKey::Make(BoundSource const& source) {
 
 BuiltBound BuildLowBound(BoundSource const& source, ValueKey const& key, std::uint8_t keyLimit) {
   KeyDraft draft(source, key, SizeOf(source), keyLimit);
-  if (source.IsPattern()) draft.EndAtWildcard();
+  if (source.hasWildcard) draft.EndAtWildcard();
   draft.Respell(source.accentMask, source.caseMask);
   draft.Close(823);
   return {draft.Record(), draft.Size(), static_cast<unsigned short>(source.wildcard)};
@@ -180,7 +180,7 @@ BuiltBound BuildLowBound(BoundSource const& source, ValueKey const& key, std::ui
 
 BuiltBound BuildHighBound(BoundSource const& source, ValueKey const& key, std::uint8_t keyLimit) {
   KeyDraft draft(source, key, SizeOfHigh(source), keyLimit);
-  if (source.IsPattern()) draft.EndAtWildcard();
+  if (source.hasWildcard) draft.EndAtWildcard();
   bool const endsInHighest = source.IsPattern() || source.skipsOrders;
   // A closed key stands before what it is a part of.
   if (!endsInHighest && draft.IsUnfinished()) draft.StayCut();

@@ -19,6 +19,7 @@ struct BoundSource {
   EvaluatedText const& text;
   unsigned char format;
   Generation generation;
+  bool hasWildcard = false;       ///< or else a pattern is a key that is cut
   int wildcard = -1;              ///< place of the first wildcard in characters, or -1
   std::size_t wildcardPlace = 0;  ///< the same in bytes
   bool skipsOrders = false;       ///< spaces or symbols do not count

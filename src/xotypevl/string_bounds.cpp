@@ -83,6 +83,7 @@ class StringPredicate {
       source.wildcard = FindWildcard(header.codeSet, header.language, text.Text(), 0,
                                      kAllCharacters, &place, FormNibble(format));
       source.wildcardPlace = place;
+      source.hasWildcard = source.IsPattern();
     }
     // A key that is cut stands for everything that begins with it.
     bool const isCut =

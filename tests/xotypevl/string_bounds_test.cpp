@@ -246,6 +246,10 @@ TEST(StringBounds, AKeyCutAtItsGroupIsAPattern) {
     EXPECT_EQ(result.high, Key(TextOrders("abc", {kHighest}), format, 0x82));
     // Also where asterisks are characters.
     EXPECT_EQ(Evaluate({key, kEqual | kLiteral, format}).op, kEqual | kIsPattern);
+    StoredBytes const literal = Key(TextOrders("a", {AsteriskOrder()}), format, 0x82);
+    EXPECT_EQ(Evaluate({literal, kEqual | kLiteral, format}).low, literal);
+    EXPECT_EQ(Evaluate({literal, kEqual | kLiteral, format}).high,
+              Key(TextOrders("a", {AsteriskOrder(), kHighest}), format, 0x82));
     // But not of the first group.
     EXPECT_EQ(Evaluate({Key(TextOrders("abc"), format, 0x81), kEqual, format}).op, kEqual);
     // A wildcard comes first.
