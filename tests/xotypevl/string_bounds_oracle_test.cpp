@@ -462,7 +462,7 @@ class StringBoundsOracle : public NearPairs {
 };
 
 TEST_F(StringBoundsOracle, EvaluationsAreThoseOfTheStepsOneByOne) {
-  constexpr unsigned kRounds = 15000;
+  constexpr unsigned kRounds = 10000;
   for (unsigned round = 0; round < kRounds; ++round) {
     for (Form const form : {Form::kNarrow, Form::kWide, Form::kKey, Form::kBytes, Form::kOlder}) {
       Check(form);

@@ -63,6 +63,15 @@ TEST(StringEstimate, TakesSpellingsForCommonThatMakeNoDifference) {
   EXPECT_EQ(ShareOf(value, kBelow | kNoCase, range), Share(2 * second, 8 * second + kUnit));
 }
 
+TEST(StringEstimate, IdeographsHaveNoSpelling) {
+  // What would be the case of a letter tells them apart.
+  KeyRange const range{Key({0x8100, OrderOf('c')}), Key({0xB100, OrderOf('k')})};
+  double const second = kLetter / 65536;
+  double const total = 0x3000 * 4294967296.0 + 8 * second + kUnit;
+  EXPECT_EQ(ShareOf(Key({0x8100, OrderOf('e')}), kBelow | kNoCase | kNoAccents, range),
+            Share(2 * second, total));
+}
+
 TEST(StringEstimate, StopsAtOnceWhereTheGroupsDiffer) {
   // What differs in the group differs in bit 16 of the first place and above, whatever follows.
   KeyRange const range{Key(TextOrders("ac"), kLittle, 2), Key(TextOrders("ak"), kLittle, 3)};
@@ -72,6 +81,19 @@ TEST(StringEstimate, StopsAtOnceWhereTheGroupsDiffer) {
   EXPECT_EQ(ShareOf(Key(TextOrders("ae")), kBelow, range), Share(2 * second, total));
   EXPECT_EQ(ShareOf(Key(TextOrders("ae"), kLittle, 3), kBelow, range),
             Share(group + 2 * second, total));
+}
+
+TEST(StringEstimate, GroupsAreComparedOfTheFirstLettersOnly) {
+  constexpr unsigned kAlpha = 0x3B1;
+  unsigned short const alpha[] = {kAlpha, 0};
+  XoStringIterator letter(alpha, 253, 1);
+  unsigned const order = letter.GetNextOrder(1);
+  ASSERT_NE(letter.orderGroup, 2);
+  KeyRange const range{Key({OrderOf('x'), order, OrderOf('c')}),
+                       Key({OrderOf('x'), order, OrderOf('k')})};
+  // Behind the Greek letter, which is common to all, the value stands in a higher group.
+  StoredBytes const value = WideRecord({'x', kAlpha, 'e'}, kLittle);
+  EXPECT_EQ(ShareOf(value, kBelow | kAbove, range), 1);
 }
 
 TEST(StringEstimate, OfAPatternIsThatOfItsPrefix) {
@@ -177,6 +199,13 @@ TEST(StringEstimate, HighBytesAreNotLost) {
                     {record("c"), record("\x7F"
                                          "a")}),
             0);
+}
+
+TEST(StringEstimate, HighBytesOfATextWithACodeSetAreNone) {
+  StoredBytes const bound = Record("\xC0z", kLittle, 0, 0);
+  KeyRange const range{Record("c", kLittle, 0, 0), Record("\xE9", kLittle, 0, 0)};
+  Predicate const predicate{.value = Record("\xC0z"), .range = range};
+  EXPECT_EQ(Evaluate(predicate, nullptr, &bound).share, 0);
 }
 
 TEST(StringEstimate, OlderRecordsCountTheirOwnHeader) {
