@@ -138,8 +138,8 @@ class StringPredicate {
     if (source.wildcard == 0 && area < total) {
       XOLA_assert("charWildPos != 0 || valueRange >= valueTotalArea", "src\\xotypevl", 1128);
     }
-    // Ends in the wrong order may be just one unit apart.
-    return total != 0 || area != 0 ? static_cast<float>(area / total) : 0.0F;
+    // Ends in the wrong order may be just one unit apart, and then hold no keys.
+    return total != 0 ? static_cast<float>(area / total) : 0.0F;
   }
 
   /// How many units are selected where the numbers tell nothing: texts may differ behind the

@@ -257,7 +257,7 @@ class StepByStep {
     }
     expected.asserts = charactersBefore == 0 && area < total;
     // No keys at all are no part of anything.
-    expected.share = area == 0 && total == 0 ? 0.0F : static_cast<float>(area / total);
+    expected.share = total == 0 ? 0.0F : static_cast<float>(area / total);
   }
 
   /// The number of the units at a place, `count` at most.

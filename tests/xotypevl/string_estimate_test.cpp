@@ -231,6 +231,13 @@ TEST(StringEstimate, ACutEndHasWhatIsThere) {
   EXPECT_EQ(ShareOf(WideText("e"), kBelow, odd), Share(2 * kLetter, 8 * kLetter + kUnit));
 }
 
+TEST(StringEstimate, OfEndsThatHoldNoKeysIsNothing) {
+  // From the low end a unit down to the high one, and a tie with the low one.
+  auto const record = [](char const* text) { return Record(text, kLittle, 0, 0); };
+  KeyRange const range{record("b"), record("a\x7F\x7F")};
+  for (unsigned short op = 0; op < 8; ++op) EXPECT_EQ(ShareOf(record("b"), op, range), 0) << op;
+}
+
 TEST(StringEstimate, EndsInTheWrongOrderOrWithoutTextGiveANumber) {
   for (std::size_t const size : {std::size_t{0}, std::size_t{1}, std::size_t{3}, std::size_t{4}}) {
     KeyRange const range{CutTo(Key(TextOrders("k")), size), CutTo(Key(TextOrders("c")), size)};
