@@ -389,7 +389,9 @@ TEST(StringBounds, OfALongValueTheBoundIsCut) {
     StoredBytes const bytes = Record(std::string(249, 'a'), format, 0);
     EXPECT_EQ(Evaluate({bytes, kEqual, format}).low, CutTo(bytes, 254));
     EXPECT_EQ(Evaluate({bytes, kEqual, format}).high, CutTo(bytes, 254));
-    // The longest one that is closed.
+    // The longest ones that are closed.
+    EXPECT_EQ(Evaluate({Record(std::string(248, 'a'), format), kEqual, format}).low,
+              Key(TextOrders(std::string(124, 'a')), format));
     StoredBytes const whole = Record(std::string(248, 'a'), format, 0);
     EXPECT_EQ(Evaluate({whole, kEqual, format}).low, whole);
   }

@@ -63,6 +63,16 @@ TEST(StringEstimate, TakesSpellingsForCommonThatMakeNoDifference) {
   EXPECT_EQ(ShareOf(value, kBelow | kNoCase, range), Share(2 * second, 8 * second + kUnit));
 }
 
+TEST(StringEstimate, AValueWithoutCodeSetHasNoSpelling) {
+  // Whatever the bounds are that there were before.
+  KeyRange const range{Key({OrderOf('A'), OrderOf('c')}), Key({OrderOf('a'), OrderOf('k')})};
+  StoredBytes const bound = Key(TextOrders("ae"));
+  double const second = kLetter / 65536;
+  Predicate const predicate{
+      .value = Record("x", kLittle, 0, 0), .op = kBelow | kNoCase, .range = range};
+  EXPECT_EQ(Evaluate(predicate, &bound, &bound).share, Share(2 * second, 8 * second + 128));
+}
+
 TEST(StringEstimate, IdeographsHaveNoSpelling) {
   // What would be the case of a letter tells them apart.
   KeyRange const range{Key({0x8100, OrderOf('c')}), Key({0xB100, OrderOf('k')})};
@@ -159,6 +169,14 @@ TEST(StringEstimate, ATieIsSettledByAllLetters) {
   // And not of case and accents.
   EXPECT_EQ(ShareOf(WideText("kkkK"), kAbove, range), 0);
   EXPECT_GT(ShareOf(WideText("kkkK"), kAbove | kNoCase, range), 0);
+}
+
+TEST(StringEstimate, ATieWithACutKeyIsSettledByItsOrders) {
+  // The hyphen is behind the three of the value, and no letter.
+  StoredBytes const end = Key(TextOrders("abc", {kHyphen}), kLittle, 0x82);
+  StoredBytes const value = Key(TextOrders("abc"), kLittle, 0x82);
+  EXPECT_EQ(ShareOf(value, kBelow | kAbove, {end, end}), 2);
+  EXPECT_EQ(ShareOf(value, kBelow | kAbove | kEqual, {end, end}), 1);
 }
 
 TEST(StringEstimate, ACutHighEndThatTheValueBeginsWithIsSelected) {
