@@ -406,5 +406,39 @@ TEST_F(StringBoundsLaws, TextsOfAllScriptsAreFoundBetweenTheBounds) {
   EXPECT_GT(inside, 800u);
 }
 
+TEST_F(StringBoundsLaws, AnyRecordsGiveANumberAndBoundsOfTheirLengths) {
+  QuietAssertions const quiet;
+  constexpr unsigned char kOften[] = {0, '@', 'p', '*', 255};
+  constexpr unsigned char kCodeSets[] = {0, 1, 5, 224, 225, 253, 254, 255};
+  for (unsigned round = 0; round < 30000; ++round) {
+    auto const format = static_cast<unsigned char>(1 + Below(2) + 16 * Below(16));
+    auto const record = [&](unsigned longest) {
+      // Often of a code set that there is, and with zeros and orders of letters in it.
+      StoredBytes bytes = Bytes(Below(longest));
+      for (unsigned char& byte : bytes) byte = OneIn(3) ? kOften[Below(5)] : byte;
+      auto const length = static_cast<unsigned>(bytes.size());
+      bytes = UnitBytes(length, format) + bytes;
+      if (length > 1 && !OneIn(3)) bytes[2] = kCodeSets[Below(8)];
+      if (length > 1 && !OneIn(3)) bytes[3] = static_cast<unsigned char>(Below(3) + 128 * Below(2));
+      return bytes;
+    };
+    auto const end = [&] {
+      StoredBytes const bytes = record(40);
+      return CutTo(bytes, OneIn(2) ? 255 : Below(static_cast<unsigned>(bytes.size()) + 1));
+    };
+    Predicate predicate{.value = record(OneIn(20) ? 700 : 30),
+                        .op = static_cast<unsigned short>(Bits()),
+                        .format = format,
+                        .older = OneIn(2),
+                        .keyLimit = Byte()};
+    if (!OneIn(5)) predicate.range = KeyRange{end(), end()};
+    StoredBytes const low = end(), high = end();
+    Evaluation const result =
+        Evaluate(predicate, OneIn(3) ? &low : nullptr, OneIn(3) ? &high : nullptr);
+    ASSERT_TRUE(std::isfinite(result.share)) << testing::PrintToString(predicate.value);
+    ASSERT_EQ(result.op & ~kIsPattern, predicate.op & 0x8007);
+  }
+}
+
 }  // namespace
 }  // namespace xo::test
