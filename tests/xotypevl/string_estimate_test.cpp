@@ -1,4 +1,6 @@
 // The share of an index that a predicate on a string selects, worked out from the letters.
+#include <cmath>
+
 #include "tests/xotypevl/string_predicate.hpp"
 
 namespace xo::test {
