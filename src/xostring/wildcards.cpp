@@ -1,5 +1,4 @@
-#include "src/xostring/order_keys.hpp"
-#include "src/xostring/text_units.hpp"
+#include "src/xostring/plain_lane.hpp"
 #include "xochar.hpp"
 #include "xostrcmp.hpp"
 #include "xostring.hpp"
@@ -26,6 +25,24 @@ unsigned short Cached(unsigned short& cache, unsigned short character) {
 int SetWildcardOrder(unsigned short& cache, XoChar const& character) {
   cache = XoStringIterator(character).GetNextOrder(0);
   return 0;
+}
+
+/// The place behind the characters that a text begins with, `limit` at most, that are one order
+/// each and neither of two wildcards. `text` is of a code set with a table and, if wide, in the
+/// machine's order.
+template <class Units>
+char const* SkipPlainOrders(char const* text, std::size_t limit, XoCodeSet const& codeSet,
+                            unsigned char language, unsigned short asterisk,
+                            unsigned short question) {
+  PlainReader<Units> const reader(codeSet, language);
+  for (; limit != 0; --limit, text += Units::kSize) {
+    unsigned short const code = Units::Get(text);
+    if (code == 0) break;
+    CharOrderEntry const* const entry = reader.Plain(code, text + Units::kSize);
+    if (entry == nullptr || entry->order == 0) break;
+    if (entry->order == asterisk || entry->order == question) break;
+  }
+  return text;
 }
 
 }  // namespace
@@ -73,15 +90,28 @@ int FindWildcard(unsigned char codeSet, unsigned char language, char const* text
     }
     return -1;
   }
-  XoStringIterator iterator(text, codeSet, language, byteOrder);
-  unsigned const unit = UnitSize(iterator.codeSet);
+  codeSet = CodeSetOr8(codeSet);
+  language = LanguageOrDefault(language);
+  bool const isWide = IsWide(codeSet);
+  unsigned short const asterisk = AsteriskOrder();
+  unsigned short const question = asteriskOnly == 0 ? QuestionOrder() : asterisk;
+  char const* place = text;
+  XoCodeSet const* const record = intl::FindCodeSet(codeSet);
+  if (record != nullptr && record->orderTable != nullptr && !(isWide && byteOrder == FormBig)) {
+    auto const skip = isWide ? SkipPlainOrders<WideUnits> : SkipPlainOrders<NarrowUnits>;
+    place = skip(text, maxCount, *record, language, asterisk, question);
+  }
+  auto const offsetOf = [text](char const* at) { return static_cast<std::size_t>(at - text); };
+  auto const charactersBefore = [&](char const* at) { return offsetOf(at) >> (isWide ? 1 : 0); };
+  if (charactersBefore(place) >= maxCount || LoadUnit(place, codeSet, byteOrder) == 0) return -1;
+  XoStringIterator iterator(place, codeSet, language, byteOrder);
   for (;;) {
-    std::size_t const offset = static_cast<std::size_t>(iterator.cursor - text);
-    if (offset / unit >= maxCount || iterator.IsEOS() != 0) break;
+    char const* const at = iterator.cursor;
+    if (charactersBefore(at) >= maxCount || iterator.IsEOS() != 0) break;
     unsigned short const order = iterator.GetNextOrder(1);
     if (order == 0) break;
-    if (order == AsteriskOrder() || (order == QuestionOrder() && asteriskOnly == 0)) {
-      return found(static_cast<int>(offset / unit), offset);
+    if (order == asterisk || order == question) {
+      return found(static_cast<int>(charactersBefore(at)), offsetOf(at));
     }
   }
   return -1;
