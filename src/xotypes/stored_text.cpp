@@ -19,7 +19,7 @@ constexpr std::size_t kLeastRecord = 5;
 }  // namespace
 
 char const* TerminatedCopy::Make(char const* text, std::size_t bytes) {
-  Free();
+  if (heap != nullptr) Free();
   char* target = local;
   if (bytes > kLocalText) {
     target = heap = static_cast<char*>(std::malloc(bytes + kZeros));

@@ -114,15 +114,18 @@ class TerminatedCopy {
   TerminatedCopy() = default;
   TerminatedCopy(TerminatedCopy const&) = delete;
   TerminatedCopy& operator=(TerminatedCopy const&) = delete;
-  ~TerminatedCopy() { Free(); }
+  ~TerminatedCopy() {
+    if (heap != nullptr) Free();
+  }
+
+  /// Text that still fits with the terminator that it is given.
+  static constexpr std::size_t kLocalText = 254;
 
   /// A copy of `bytes` bytes of `text`, with a terminator of any width behind it, in place of the
   /// one made before. Null when memory has run out and `XoCallMemoryHandler` has returned.
   char const* Make(char const* text, std::size_t bytes);
 
  private:
-  /// Text that still fits with the terminator that it is given.
-  static constexpr std::size_t kLocalText = 254;
   // An odd byte at the end of wide text makes half a unit, so two whole zero units need three
   // bytes.
   static constexpr std::size_t kZeros = 4;

@@ -16,6 +16,11 @@ bool IsRow(XoStringIterator const& place) {
   return place.codeSet == kNoCodeSet || place.codeSet == kSortOrderSet;
 }
 
+unsigned short WithoutIgnored(unsigned short order, unsigned short ignored) {
+  bool const isLetter = order >= kFirstLetterOrder && order < kFirstHanOrder;
+  return isLetter ? static_cast<unsigned short>(order & ~ignored) : order;
+}
+
 /// The next order of a text, or its next byte where it has no code set; 0 at the end.
 unsigned short NextUnit(XoStringIterator& place, unsigned short ignored) {
   if (place.codeSet == kNoCodeSet) {
@@ -30,8 +35,7 @@ unsigned short NextUnit(XoStringIterator& place, unsigned short ignored) {
   } else {
     order = place.GetNextOrder(1);
   }
-  bool const isLetter = order >= kFirstLetterOrder && order < kFirstHanOrder;
-  return isLetter ? static_cast<unsigned short>(order & ~ignored) : order;
+  return WithoutIgnored(order, ignored);
 }
 
 /// The places of a walk that it can go back to.
@@ -76,23 +80,110 @@ unsigned short SkipCommonPrefix(Walk& walk, unsigned short limit, unsigned short
   return limit;
 }
 
+/// How many characters make each of the four estimates, where `used` are skipped.
+std::array<unsigned short, 4> EstimatedCharacters(FourTexts const& texts, int used) {
+  auto const rest = [used](unsigned short characters) {
+    return characters == kAllCharacters
+               ? kAllCharacters
+               : static_cast<unsigned short>(std::max(characters - used, 0));
+  };
+  return {rest(std::min(texts.valueLow.characters, texts.rangeLow.characters)),
+          rest(std::min(texts.valueHigh.characters, texts.rangeHigh.characters)),
+          rest(texts.rangeLow.characters), rest(texts.rangeHigh.characters)};
+}
+
+unsigned short LeastCharacters(FourTexts const& texts) {
+  return std::min({texts.valueLow.characters, texts.valueHigh.characters, texts.rangeLow.characters,
+                   texts.rangeHigh.characters});
+}
+
+/// Orders where they lie in a record.
+class StoredOrders {
+ public:
+  explicit StoredOrders(EvaluatedText const& text)
+      : start(text.Start()),
+        bytes(text.Bytes()),
+        byteOrder(text.ByteOrder()),
+        group(LanguageOrDefault(text.Header().language) & 0x7F) {}
+
+  unsigned char Group() const { return group; }
+
+  /// An order, or 0 behind the last one. What lacks its second half is read as if that were 0.
+  unsigned short Order(std::size_t place) const {
+    std::size_t const at = 2 * place;
+    if (at + 2 <= bytes) return LoadWide(start + at, byteOrder);
+    return at < bytes ? InByteOrder(LoadNarrow(start + at), byteOrder)
+                      : static_cast<unsigned short>(0);
+  }
+
+  /// `StringPrefixEstimate` from a place on.
+  double Estimate(std::size_t place, unsigned short count) const {
+    constexpr double kTwoTo32 = 4294967296.0;
+    std::array<unsigned, 3> kept{};
+    std::size_t found = 0;
+    for (; count != 0 && found < kept.size(); --count, ++place) {
+      unsigned short const order = Order(place);
+      if (order == 0) break;
+      if (order < kFirstSignificantOrder) continue;
+      kept[found++] = KeyOf(order, group) >> 8 & 0xFFFF;
+    }
+    return static_cast<double>(kept[0] | unsigned{group} << 16) * kTwoTo32 +
+           static_cast<double>(kept[2] | kept[1] << 16);
+  }
+
+ private:
+  char const* const start;
+  std::size_t const bytes;
+  unsigned char const byteOrder;
+  unsigned char const group;
+};
+
+FourEstimates EstimateOrders(FourTexts const& texts, unsigned short ignored) {
+  std::array<StoredOrders, 4> const orders{
+      StoredOrders(*texts.valueLow.text), StoredOrders(*texts.valueHigh.text),
+      StoredOrders(*texts.rangeLow.text), StoredOrders(*texts.rangeHigh.text)};
+  auto const isSameGroup = [&](std::size_t side) {
+    return orders[side].Group() == orders[0].Group();
+  };
+  unsigned short const limit = LeastCharacters(texts);
+  std::size_t common = 0;
+  int used = 0;
+  if (isSameGroup(1) && isSameGroup(2) && isSameGroup(3)) {
+    // What has no limit goes on to the end, and nothing is used up.
+    for (; limit == kAllCharacters || used < limit; ++common) {
+      unsigned short const unit = WithoutIgnored(orders[0].Order(common), ignored);
+      auto const differs = [&](std::size_t side) {
+        return WithoutIgnored(orders[side].Order(common), ignored) != unit;
+      };
+      if (differs(3) || differs(2) || differs(1)) break;
+      if (limit != kAllCharacters) ++used;
+      if (unit == 0) break;
+    }
+  }
+  auto const characters = EstimatedCharacters(texts, used);
+  return {orders[0].Estimate(common, characters[0]), orders[1].Estimate(common, characters[1]),
+          orders[2].Estimate(common, characters[2]), orders[3].Estimate(common, characters[3])};
+}
+
+bool IsOrders(TextPart const& part) { return part.text->Header().codeSet == kSortOrderSet; }
+
 }  // namespace
 
-FourEstimates EstimateTexts(FourTexts const& texts, unsigned short ignored) {
+FourEstimates EstimateAnyTexts(FourTexts const& texts, unsigned short ignored) {
   Walk walk{texts.valueLow.text->Begin(), texts.valueHigh.text->Begin(),
             texts.rangeLow.text->Begin(), texts.rangeHigh.text->Begin()};
-  unsigned short const limit = std::min({texts.valueLow.characters, texts.valueHigh.characters,
-                                         texts.rangeLow.characters, texts.rangeHigh.characters});
-  unsigned short const left = SkipCommonPrefix(walk, limit, ignored);
-  // Without a limit nothing is counted, and so nothing used up.
-  int const used = limit - left;
-  auto const estimate = [&](std::size_t side, unsigned short characters) {
-    int const rest = characters == kAllCharacters ? int{kAllCharacters} : characters - used;
-    return StringPrefixEstimate(walk[side], static_cast<unsigned short>(std::max(rest, 0)));
-  };
-  return {estimate(0, std::min(texts.valueLow.characters, texts.rangeLow.characters)),
-          estimate(1, std::min(texts.valueHigh.characters, texts.rangeHigh.characters)),
-          estimate(2, texts.rangeLow.characters), estimate(3, texts.rangeHigh.characters)};
+  unsigned short const limit = LeastCharacters(texts);
+  int const used = limit - SkipCommonPrefix(walk, limit, ignored);
+  auto const characters = EstimatedCharacters(texts, used);
+  return {
+      StringPrefixEstimate(walk[0], characters[0]), StringPrefixEstimate(walk[1], characters[1]),
+      StringPrefixEstimate(walk[2], characters[2]), StringPrefixEstimate(walk[3], characters[3])};
+}
+
+FourEstimates EstimateTexts(FourTexts const& texts, unsigned short ignored) {
+  bool const areOrders = IsOrders(texts.valueLow) && IsOrders(texts.valueHigh) &&
+                         IsOrders(texts.rangeLow) && IsOrders(texts.rangeHigh);
+  return areOrders ? EstimateOrders(texts, ignored) : EstimateAnyTexts(texts, ignored);
 }
 
 }  // namespace xo

@@ -29,6 +29,11 @@ struct FourEstimates {
 /// Turns texts into numbers that lie as the texts do. What all four begin with is skipped first:
 /// an estimate has digits for three letters only. `ignored` are bits of letters that do not make a
 /// difference in that.
+///
+/// Texts that are all orders, as keys are, take a way of their own.
 FourEstimates EstimateTexts(FourTexts const& texts, unsigned short ignored);
+
+/// The same on the way that all texts can take.
+FourEstimates EstimateAnyTexts(FourTexts const& texts, unsigned short ignored);
 
 }  // namespace xo

@@ -29,10 +29,18 @@ void EvaluatedText::Read(void const* record, std::size_t available, unsigned cha
   byteOrder = FormNibble(format);
   std::size_t const offset = header.TextOffset();
   std::size_t const behind = available > offset ? available - offset : 0;
-  characters = AsCount(behind / UnitSize(header.codeSet));
+  characters = AsCount(behind >> (IsWide(header.codeSet) ? 1 : 0));
   bytes = std::min(header.TextBytes(), behind);
-  text = copy.Make(static_cast<char const*>(record) + std::min(available, offset), bytes);
-  if (text == nullptr) bytes = 0;
+  start = static_cast<char const*>(record) + std::min(available, offset);
+  text = nullptr;
+  bool const hasByteBehind = offset + bytes < std::min(available, header.Size());
+  if (!IsWide(header.codeSet) && hasByteBehind && start[bytes] == 0) {
+    text = start;
+  } else if (bytes > TerminatedCopy::kLocalText) {
+    // A text for which memory runs out counts as empty.
+    text = copy.Make(start, bytes);
+    if (text == nullptr) bytes = 0;
+  }
 }
 
 int CompareTexts(EvaluatedText const& one, EvaluatedText const& other, unsigned short cmpOp,

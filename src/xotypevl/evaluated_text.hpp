@@ -13,8 +13,9 @@ inline constexpr unsigned short kAllCharacters = 65535;
 /// Which records a row keeps.
 enum class Generation { kCurrent, kOlder };
 
-/// A stored text as an evaluation walks it: as a copy with a terminator, which a record of wide
-/// characters and one that is cut do not have. So the record itself is never written to.
+/// A stored text as an evaluation reads it: where it lies, or as a copy with a terminator, which a
+/// record of wide characters and one that is cut do not have. The record must stay, and is never
+/// written to.
 class EvaluatedText {
  public:
   EvaluatedText() = default;
@@ -24,7 +25,20 @@ class EvaluatedText {
   RecordHeader const& Header() const { return header; }
   /// Bytes of text that are there.
   std::size_t Bytes() const { return bytes; }
-  char const* Text() const { return OrEmptyText(text); }
+  /// The text where it lies; behind its bytes nothing is known to be there.
+  char const* Start() const { return start; }
+  unsigned char ByteOrder() const { return byteOrder; }
+  /// The text with a terminator; copied when it is first asked for.
+  char const* Text() const {
+    if (text == nullptr) text = OrEmptyText(copy.Make(start, bytes));
+    return text;
+  }
+  /// The whole characters that are there.
+  unsigned short CharactersThere() const {
+    return AsCount(bytes >> (IsWide(header.codeSet) ? 1 : 0));
+  }
+  /// Whether there is no half of a character behind them.
+  bool IsWhole() const { return !IsWide(header.codeSet) || bytes % 2 == 0; }
   XoStringIterator Begin() const {
     return XoStringIterator(Text(), header.codeSet, header.language, byteOrder);
   }
@@ -36,8 +50,9 @@ class EvaluatedText {
   unsigned char byteOrder = FormLittle;
   unsigned short characters = 0;
   std::size_t bytes = 0;
-  char const* text = nullptr;
-  TerminatedCopy copy;
+  char const* start = nullptr;
+  mutable char const* text = nullptr;
+  mutable TerminatedCopy copy;
 };
 
 /// The order of two texts, of each `characters` orders at most.

@@ -80,8 +80,13 @@ class StringPredicate {
     RecordHeader const& header = text.Header();
     if (!HasOption(kCmpNoWildcards)) {
       unsigned short place = 0;
-      source.wildcard = FindWildcard(header.codeSet, header.language, text.Text(), 0,
-                                     kAllCharacters, &place, FormNibble(format));
+      // Bytes and orders need no terminator to be counted.
+      bool const isRow = header.codeSet == kNoCodeSet || header.codeSet == kSortOrderSet;
+      bool const isCounted = isRow && text.IsWhole();
+      unsigned short const count = isCounted ? text.CharactersThere() : kAllCharacters;
+      source.wildcard =
+          FindWildcard(header.codeSet, header.language, isCounted ? text.Start() : text.Text(), 0,
+                       count, &place, FormNibble(format));
       source.wildcardPlace = place;
       source.hasWildcard = source.IsPattern();
     }
@@ -90,7 +95,7 @@ class StringPredicate {
         (header.language & kCutAtGroup) != 0 && (header.language & ~kCutAtGroup) != kNotCut;
     if (!source.IsPattern() && isCut) {
       source.wildcardPlace = text.Bytes();
-      source.wildcard = static_cast<int>(text.Bytes() / UnitSize(header.codeSet));
+      source.wildcard = text.CharactersThere();
     }
   }
 
