@@ -34,6 +34,7 @@ inline unsigned char ByteAt(void const* record, std::size_t offset, std::size_t 
 
 /// The length field of a record.
 inline unsigned short ReadLength(void const* record, std::size_t available, unsigned char nibble) {
+  if (available >= kLengthBytes) return InByteOrder(LoadBytes<unsigned short>(record), nibble);
   unsigned char const low = ByteAt(record, 0, available);
   unsigned char const high = ByteAt(record, 1, available);
   return InByteOrder(static_cast<unsigned short>(low | high << 8), nibble);
@@ -62,6 +63,10 @@ inline RecordHeader ReadHeader(void const* record, std::size_t available, unsign
   std::size_t const last = std::size_t{length} + 1;
   if (last < available && ByteAt(record, last, available) == 0) return {length, 0, 0, true};
   available = std::min(available, last + 1);
+  if (available >= kHeaderBytes) {
+    return {length, LoadBytes<unsigned char>(Advance(record, 2)),
+            LoadBytes<unsigned char>(Advance(record, 3)), false};
+  }
   return {length, ByteAt(record, 2, available), ByteAt(record, 3, available), false};
 }
 

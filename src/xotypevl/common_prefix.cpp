@@ -120,12 +120,12 @@ class StoredOrders {
   double Estimate(std::size_t place, unsigned short count) const {
     constexpr double kTwoTo32 = 4294967296.0;
     std::array<unsigned, 3> kept{};
-    std::size_t found = 0;
-    for (; count != 0 && found < kept.size(); --count, ++place) {
+    unsigned* next = kept.data();
+    std::size_t const end = std::min(place + count, (bytes + 1) / 2);
+    for (; place < end && next != kept.data() + kept.size(); ++place) {
       unsigned short const order = Order(place);
       if (order == 0) break;
-      if (order < kFirstSignificantOrder) continue;
-      kept[found++] = KeyOf(order, group) >> 8 & 0xFFFF;
+      if (order >= kFirstSignificantOrder) *next++ = KeyOf(order, group) >> 8 & 0xFFFF;
     }
     return static_cast<double>(kept[0] | unsigned{group} << 16) * kTwoTo32 +
            static_cast<double>(kept[2] | kept[1] << 16);

@@ -28,19 +28,20 @@ void EvaluatedText::Read(void const* record, std::size_t available, unsigned cha
   header = HeaderOf(record, available, format, generation);
   byteOrder = FormNibble(format);
   std::size_t const offset = header.TextOffset();
-  std::size_t const behind = available > offset ? available - offset : 0;
-  characters = AsCount(behind >> (IsWide(header.codeSet) ? 1 : 0));
-  bytes = std::min(header.TextBytes(), behind);
+  declared = available > offset ? available - offset : 0;
+  bytes = std::min(header.TextBytes(), declared);
   start = static_cast<char const*>(record) + std::min(available, offset);
   text = nullptr;
-  bool const hasByteBehind = offset + bytes < std::min(available, header.Size());
-  if (!IsWide(header.codeSet) && hasByteBehind && start[bytes] == 0) {
-    text = start;
-  } else if (bytes > TerminatedCopy::kLocalText) {
-    // A text for which memory runs out counts as empty.
-    text = copy.Make(start, bytes);
-    if (text == nullptr) bytes = 0;
-  }
+  if (bytes <= TerminatedCopy::kLocalText) return;
+  text = Terminated();
+  // A text for which memory runs out counts as empty.
+  if (text == nullptr) bytes = 0;
+}
+
+char const* EvaluatedText::Terminated() const {
+  bool const hasByteBehind = bytes < declared && header.TextOffset() + bytes < header.Size();
+  bool const isClosed = !IsWide(header.codeSet) && hasByteBehind && start[bytes] == 0;
+  return isClosed ? start : copy.Make(start, bytes);
 }
 
 int CompareTexts(EvaluatedText const& one, EvaluatedText const& other, unsigned short cmpOp,

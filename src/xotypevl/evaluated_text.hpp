@@ -30,7 +30,7 @@ class EvaluatedText {
   unsigned char ByteOrder() const { return byteOrder; }
   /// The text with a terminator; copied when it is first asked for.
   char const* Text() const {
-    if (text == nullptr) text = OrEmptyText(copy.Make(start, bytes));
+    if (text == nullptr) text = OrEmptyText(Terminated());
     return text;
   }
   /// The whole characters that are there.
@@ -43,12 +43,16 @@ class EvaluatedText {
     return XoStringIterator(Text(), header.codeSet, header.language, byteOrder);
   }
   /// The characters that the declared length of the record has room for.
-  unsigned short Characters() const { return characters; }
+  unsigned short Characters() const {
+    return AsCount(declared >> (IsWide(header.codeSet) ? 1 : 0));
+  }
 
  private:
+  char const* Terminated() const;
+
   RecordHeader header{};
   unsigned char byteOrder = FormLittle;
-  unsigned short characters = 0;
+  std::size_t declared = 0;  ///< bytes behind the header, by the length that the record came with
   std::size_t bytes = 0;
   char const* start = nullptr;
   mutable char const* text = nullptr;
