@@ -198,6 +198,40 @@ unsigned BuildKeys(void* target, unsigned char targetFormat, unsigned room, void
   return static_cast<unsigned>(written);
 }
 
+std::size_t BuildPlainKey(unsigned char* target, std::size_t room, unsigned char nibble,
+                          unsigned char codeSet, unsigned char language, char const* text,
+                          std::size_t bytes) {
+  XoCodeSet const* const record = intl::FindCodeSet(codeSet);
+  if (codeSet == kNoCodeSet || IsWide(codeSet) || language >= kNullLanguage || record == nullptr ||
+      record->orderTable == nullptr) {
+    return 0;
+  }
+  PlainReader<NarrowUnits> const reader(*record, language);
+  unsigned char const group = record->CodeSetGroup(language);
+  unsigned short const asterisk = AsteriskOrder();
+  unsigned short const question = QuestionOrder();
+  std::size_t size = kHeaderBytes;
+  char const* const end = text + bytes;
+  for (; text != end && *text != 0; ++text) {
+    CharOrderEntry const* const entry = reader.Plain(LoadNarrow(text), text + 1);
+    if (entry == nullptr || entry->order == 0) return 0;
+    if (entry->order == asterisk || entry->order == question) return 0;
+    unsigned char const* const own = entry->GroupOverride();
+    if (own != nullptr && *own != group) return 0;
+    if (size + kOrderBytes > room) continue;
+    StoreBytes(target + size, InByteOrder(entry->order, nibble));
+    size += kOrderBytes;
+  }
+  // An open key has the length that it would have if it were closed.
+  StoreBytes(target, InByteOrder(static_cast<unsigned short>(size), nibble));
+  target[2] = kSortOrderSet;
+  target[3] = group;
+  if (size + kClosingBytes > room) return size;
+  target[size] = 0;
+  target[size + 1] = kEndMark;
+  return size + kClosingBytes;
+}
+
 namespace {
 
 // Stepping.

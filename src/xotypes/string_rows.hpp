@@ -32,6 +32,13 @@ TypeDescriptor::TranslateFunction StringTranslate;
 /// Returns the bytes written, at most `room`.
 unsigned BuildKeys(void* target, unsigned char targetFormat, unsigned room, void const* source,
                    unsigned char sourceFormat, std::size_t available, unsigned count);
+
+/// The same key for a text of one byte a character whose characters are all one order of its group
+/// and none of them a wildcard; 0 for any other text. `text` are `bytes` bytes and a terminator,
+/// in `codeSet` as the target has it. `room` is even, and less than that of a large key.
+std::size_t BuildPlainKey(unsigned char* target, std::size_t room, unsigned char nibble,
+                          unsigned char codeSet, unsigned char language, char const* text,
+                          std::size_t bytes);
 TypeDescriptor::GetValueFunction StringGetValue;
 
 // Objects and hashes (string_objects.cpp).

@@ -181,6 +181,17 @@ void ValueKey::Make(BoundSource const& source) {
                       static_cast<unsigned>(source.text.Header().Size()), 1);
 }
 
+bool ValueKey::MakePlain(BoundSource const& source) {
+  RecordHeader const& header = source.text.Header();
+  bool const isKept = EffectiveCodeSet(header.codeSet, source.format) == header.codeSet;
+  bool const isKey = (source.format & FormatIndexKey) != 0 || (header.language & kCutAtGroup) != 0;
+  if (header.isOlder || !isKept || isKey || IsWide(header.codeSet)) return false;
+  std::size_t const room = RoundedUpToEven(std::min(SizeOfHigh(source), kLongestBound));
+  written = BuildPlainKey(bytes, room, FormNibble(source.format), header.codeSet, header.language,
+                          source.text.Text(), source.text.Bytes());
+  return written != 0;
+}
+
 BuiltBound BuildLowBound(BoundSource const& source, ValueKey const& key, std::uint8_t keyLimit) {
   KeyDraft draft(source, key, SizeOf(source), keyLimit);
   if (source.hasWildcard) draft.EndAtWildcard();

@@ -38,6 +38,9 @@ class ValueKey {
   ValueKey() {}
 
   void Make(BoundSource const& source);
+  /// Makes the key of a value that turns out, on the way, to be no pattern and as most texts are.
+  /// False: nothing is made, and nothing known of the value.
+  bool MakePlain(BoundSource const& source);
   std::size_t Size() const { return written; }
   unsigned char const* Bytes() const { return bytes; }
 

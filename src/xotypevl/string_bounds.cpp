@@ -52,16 +52,15 @@ class StringPredicate {
 
   /// Fills the bounds that are missing, and tells the share of the keys between the ends of `range`
   /// that the predicate selects.
-  float Evaluate(XoIdxBounds const* range, XoIdxBounds& bounds) const {
+  float Evaluate(XoIdxBounds const* range, XoIdxBounds& bounds) {
     EvaluatedText boundLow;
     EvaluatedText boundHigh;
     TextPart low{&text, static_cast<unsigned short>(source.wildcard)};
     TextPart high = low;
     // What begins with a wildcard may stand anywhere.
     if (source.wildcard != 0) {
-      ValueKey key;
-      TakeLowBound(bounds, key, boundLow, low);
-      TakeHighBound(bounds, key, boundHigh, high);
+      TakeLowBound(bounds, boundLow, low);
+      TakeHighBound(bounds, boundHigh, high);
     }
     if (range == nullptr || range->low == nullptr || range->high == nullptr) return 0;
     EvaluatedText rangeLow;
@@ -78,7 +77,9 @@ class StringPredicate {
 
   void FindPattern() {
     RecordHeader const& header = text.Header();
-    if (!HasOption(kCmpNoWildcards)) {
+    if (HasOption(kCmpNoWildcards)) {
+      // Nothing is looked for.
+    } else if (!key.MakePlain(source)) {
       unsigned short place = 0;
       // Bytes and orders need no terminator to be counted.
       bool const isRow = header.codeSet == kNoCodeSet || header.codeSet == kSortOrderSet;
@@ -99,8 +100,7 @@ class StringPredicate {
     }
   }
 
-  void TakeLowBound(XoIdxBounds& bounds, ValueKey& key, EvaluatedText& bound,
-                    TextPart& part) const {
+  void TakeLowBound(XoIdxBounds& bounds, EvaluatedText& bound, TextPart& part) {
     bool const exists = bounds.low != nullptr;
     if (!exists) {
       // Keys of which parts are skipped may match and stand before the value.
@@ -116,8 +116,7 @@ class StringPredicate {
     if (exists) part.characters = bound.Characters();
   }
 
-  void TakeHighBound(XoIdxBounds& bounds, ValueKey& key, EvaluatedText& bound,
-                     TextPart& part) const {
+  void TakeHighBound(XoIdxBounds& bounds, EvaluatedText& bound, TextPart& part) {
     bool const exists = bounds.high != nullptr;
     if (!exists) {
       if (Selects(kXoBoundAbove)) return;
@@ -200,12 +199,13 @@ class StringPredicate {
   EvaluatedText text;
   bool hasCodeSet;
   BoundSource source;
+  ValueKey key;
 };
 
 float Evaluate(XoIdxBounds const* range, unsigned short& op, void* value, unsigned char format,
                void* bounds, Generation generation) {
   auto const diskFormat = static_cast<unsigned char>(format & ~FormMemory);
-  StringPredicate const predicate(op, value, diskFormat, generation);
+  StringPredicate predicate(op, value, diskFormat, generation);
   op = predicate.Relation();
   return bounds != nullptr ? predicate.Evaluate(range, *static_cast<XoIdxBounds*>(bounds)) : 0;
 }
