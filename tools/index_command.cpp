@@ -101,6 +101,14 @@ constexpr ComparisonFlag kComparisonFlags[] = {
     {"--no-wildcards", kCmpNoWildcards, "* and, of text, ? stand for themselves"},
 };
 
+/// `bits` is a part of what `owner` keeps.
+void AddComparisonFlags(CLI::App& command, unsigned& bits, std::shared_ptr<void> const& owner) {
+  for (ComparisonFlag const& flag : kComparisonFlags) {
+    command.add_flag_callback(
+        flag.name, [owner, &bits, bit = flag.bit] { bits |= bit; }, flag.description);
+  }
+}
+
 void AddFind(CLI::App& index, std::function<int()>& command) {
   auto const options = std::make_shared<SearchOptions>();
   CLI::App* const find = index.add_subcommand(
@@ -110,10 +118,7 @@ void AddFind(CLI::App& index, std::function<int()>& command) {
                    "the value; in text, * stands for any characters and ? for any one, in dates "
                    "and times * for any year, month, day and so on")
       ->required();
-  for (ComparisonFlag const& flag : kComparisonFlags) {
-    find->add_flag_callback(
-        flag.name, [options, bit = flag.bit] { options->cmpOp |= bit; }, flag.description);
-  }
+  AddComparisonFlags(*find, options->cmpOp, options);
   AddSearchOptions(*find, *options);
   find->callback([options, &command] { command = [options] { return SearchIndex(*options); }; });
 }
@@ -136,6 +141,22 @@ void AddDump(CLI::App& index, std::function<int()>& command) {
   AddFormatOption(*dump, options->format);
   dump->add_flag("--json", options->json, "print one JSON object for each value");
   dump->callback([options, &command] { command = [options] { return DumpIndex(*options); }; });
+}
+
+void AddExplain(CLI::App& index, std::function<int()>& command) {
+  auto const options = std::make_shared<ExplainOptions>();
+  CLI::App* const explain = index.add_subcommand(
+      "explain", "Tell where a predicate is scanned, its estimated and its true share of the keys");
+  AddReadOptions(*explain, *options);
+  explain
+      ->add_option("PREDICATE", options->predicate,
+                   "a relation, < <= = >= > or <>, and a value, such as '>= 15'")
+      ->required();
+  AddFormatOption(*explain, options->format);
+  AddComparisonFlags(*explain, options->cmpOp, options);
+  explain->add_flag("--json", options->json, "print one JSON object");
+  explain->callback(
+      [options, &command] { command = [options] { return ExplainPredicate(*options); }; });
 }
 
 void AddStat(CLI::App& index, std::function<int()>& command) {
@@ -165,6 +186,7 @@ void AddIndexCommands(CLI::App& tool, std::function<int()>& command) {
   AddFind(*index, command);
   AddRange(*index, command);
   AddDump(*index, command);
+  AddExplain(*index, command);
   AddStat(*index, command);
   AddVerify(*index, command);
 }

@@ -63,6 +63,13 @@ struct DumpOptions : ReadOptions {
   std::string format;
 };
 
+/// Options of `explain`.
+struct ExplainOptions : ReadOptions {
+  std::string predicate;
+  std::string format;
+  unsigned cmpOp = 0;
+};
+
 /// Adds `index` with all its commands to `tool`. The one that the command line asks for puts what
 /// it does, and returns as exit code, into `command`.
 void AddIndexCommands(CLI::App& tool, std::function<int()>& command);
@@ -71,6 +78,7 @@ int CreateIndex(CreateOptions const& options);
 int RebuildIndex(CreateOptions const& options);
 int SearchIndex(SearchOptions const& options);
 int DumpIndex(DumpOptions const& options);
+int ExplainPredicate(ExplainOptions const& options);
 int ShowIndexStatistics(ReadOptions const& options);
 int VerifyIndex(ReadOptions const& options);
 

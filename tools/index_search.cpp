@@ -16,6 +16,11 @@ bool KeyCursor::First() {
   return OnKey(MDB_FIRST);
 }
 
+bool KeyCursor::Last() {
+  keysPassed = 0;
+  return OnKey(MDB_LAST);
+}
+
 bool KeyCursor::Seek(MDB_val const& wanted) {
   keysPassed = 0;
   key = wanted;

@@ -17,6 +17,8 @@ class KeyCursor {
   // Each false where there is no such place; the cursor is on none then.
   /// To the lowest key.
   bool First();
+  /// To the highest key, and its last line.
+  bool Last();
   /// To the first key that is not below `key`.
   bool Seek(MDB_val const& key);
   /// On to the next key.

@@ -11,6 +11,7 @@
 
 #include "tools/index_command.hpp"
 #include "tools/key_sizes.hpp"
+#include "tools/order_name.hpp"
 #include "tools/record_names.hpp"
 #include "tools/row_value.hpp"
 #include "tools/standard_streams.hpp"
@@ -78,14 +79,6 @@ class KeyReport {
   std::size_t place = 0;
   std::string text;
 };
-
-std::string NameOfOrder(unsigned short order, unsigned char group) {
-  XoString description;
-  XoConvertOrderToString(order, group, description);
-  std::string name = Encoded(description);
-  while (name.ends_with('\n') || name.ends_with(' ')) name.pop_back();
-  return name;
-}
 
 char const* ColourOf(unsigned short order) {
   if (order >= kFirstLetter) return kLetter;
