@@ -8,9 +8,9 @@ for group in "$@"; do
   case $group in
     build) packages+=(g++ cmake ninja-build pkg-config libcli11-dev libfmt-dev liblmdb-dev
       nlohmann-json3-dev) ;;
-    demo) packages+=(wngerman wswedish wpolish wfrench) ;;
+    demo) packages+=(gnuplot-nox wngerman wswedish wpolish wfrench) ;;
     test) packages+=(libgtest-dev googletest python3 unicode-data unicode-cldr-core
-      libicu-dev clang-14 libclang-rt-14-dev g++-mingw-w64-x86-64-posix wine64
+      gnuplot-nox libicu-dev clang-14 libclang-rt-14-dev g++-mingw-w64-x86-64-posix wine64
       wamerican wngerman wfrench wspanish witalian wportuguese wdutch wswedish wdanish wpolish) ;;
     bench) packages+=(libbenchmark-dev libicu-dev python3 wamerican wngerman wfrench) ;;
     *)

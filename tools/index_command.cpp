@@ -159,6 +159,22 @@ void AddExplain(CLI::App& index, std::function<int()>& command) {
       [options, &command] { command = [options] { return ExplainPredicate(*options); }; });
 }
 
+void AddEstimate(CLI::App& index, std::function<int()>& command) {
+  auto const options = std::make_shared<EstimateOptions>();
+  CLI::App* const estimate = index.add_subcommand(
+      "estimate", "Try predicates on values of the index, and tell how far estimates are off");
+  AddReadOptions(*estimate, *options);
+  estimate->add_option("--predicates", options->predicates, "how many, of all kinds in turn")
+      ->check(CLI::Range(1, 1000000))
+      ->capture_default_str();
+  estimate->add_option("--seed", options->seed, "of the random choice")->capture_default_str();
+  estimate->add_option("--plot", options->plot,
+                       "draw estimate against truth into this SVG file, by gnuplot");
+  estimate->add_flag("--json", options->json, "print one JSON object");
+  estimate->callback(
+      [options, &command] { command = [options] { return TryEstimates(*options); }; });
+}
+
 void AddStat(CLI::App& index, std::function<int()>& command) {
   auto const options = std::make_shared<ReadOptions>();
   CLI::App* const stat =
@@ -187,6 +203,7 @@ void AddIndexCommands(CLI::App& tool, std::function<int()>& command) {
   AddRange(*index, command);
   AddDump(*index, command);
   AddExplain(*index, command);
+  AddEstimate(*index, command);
   AddStat(*index, command);
   AddVerify(*index, command);
 }

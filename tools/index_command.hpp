@@ -70,6 +70,14 @@ struct ExplainOptions : ReadOptions {
   unsigned cmpOp = 0;
 };
 
+/// Options of `estimate`.
+struct EstimateOptions : ReadOptions {
+  std::uint64_t predicates = 700;
+  std::uint64_t seed = 1;
+  /// The picture to draw, or empty for none.
+  std::string plot;
+};
+
 /// Adds `index` with all its commands to `tool`. The one that the command line asks for puts what
 /// it does, and returns as exit code, into `command`.
 void AddIndexCommands(CLI::App& tool, std::function<int()>& command);
@@ -79,6 +87,7 @@ int RebuildIndex(CreateOptions const& options);
 int SearchIndex(SearchOptions const& options);
 int DumpIndex(DumpOptions const& options);
 int ExplainPredicate(ExplainOptions const& options);
+int TryEstimates(EstimateOptions const& options);
 int ShowIndexStatistics(ReadOptions const& options);
 int VerifyIndex(ReadOptions const& options);
 
