@@ -25,7 +25,7 @@ def commands(document):
 class Documents(ToolTest):
     def test_BoxesShowWhatTheToolPrints(self):
         count = 0
-        for document in sorted(os.listdir(DOCUMENTS)):
+        for document in sorted(name for name in os.listdir(DOCUMENTS) if name.endswith(".md")):
             for command, output in commands(document):
                 if OTHERS in command:
                     continue
