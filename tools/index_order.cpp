@@ -16,6 +16,7 @@ void SetIndexOrder(char type, unsigned char format) {
   indexOrder.width =
       shape.HasText() ? 0 : indexOrder.manager.DiskLenGet(type, nullptr, format, 1, FormMemory);
   indexOrder.comparisons = 0;
+  indexOrder.keysVisited = 0;
   indexOrder.compare = CompareIndexKeys;
   if (shape.IsWeighted()) {
     indexOrder.compare = CompareWeightedKeys;

@@ -20,6 +20,8 @@ struct IndexOrder {
   std::size_t width = 0;
   /// Comparisons made since the order was set.
   std::uint64_t comparisons = 0;
+  /// Keys that a cursor was set on, likewise.
+  std::uint64_t keysVisited = 0;
   /// The comparison to give to `mdb_set_compare`.
   MDB_cmp_func* compare = nullptr;
 

@@ -63,6 +63,7 @@ bool KeyCursor::Get(MDB_cursor_op operation) {
 
 bool KeyCursor::OnKey(MDB_cursor_op operation) {
   if (!Get(operation)) return false;
+  ++indexOrder.keysVisited;
   if (!indexOrder.IsKeySize(key.mv_size)) Damaged("width of a key");
   return true;
 }
@@ -123,11 +124,19 @@ std::uint64_t CountRange(IndexReader const& index, std::span<unsigned char const
 }
 
 std::uint64_t VisitMatching(IndexReader const& index, std::span<unsigned char const> pattern,
-                            bool countsOnly, std::function<void(LineNumber)> const& visit) {
+                            KeyLimits const& limits, bool countsOnly,
+                            std::function<void(LineNumber)> const& visit) {
   KeyCursor cursor(index);
   std::uint64_t found = 0;
   MDB_val const wanted = LmdbValue(pattern.data(), pattern.size());
-  for (bool on = cursor.First(); on; on = cursor.NextKey()) {
+  auto const isPastEnd = [&] {
+    if (!limits.high) return false;
+    MDB_val const last = LmdbValue(limits.high->data(), limits.high->size());
+    return indexOrder.compare(&cursor.Key(), &last) > 0;
+  };
+  bool on =
+      limits.low ? cursor.Seek(LmdbValue(limits.low->data(), limits.low->size())) : cursor.First();
+  for (; on && !isPastEnd(); on = cursor.NextKey()) {
     if (!MatchesIndexPattern(cursor.Key(), wanted)) continue;
     if (countsOnly) {
       found += cursor.Lines();

@@ -2,7 +2,9 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <span>
+#include <vector>
 
 #include "tools/index_reader.hpp"
 
@@ -59,10 +61,17 @@ std::uint64_t VisitRange(IndexReader const& index, std::span<unsigned char const
 std::uint64_t CountRange(IndexReader const& index, std::span<unsigned char const> low,
                          std::span<unsigned char const> high);
 
+/// Keys to scan between; what is not there is no limit.
+struct KeyLimits {
+  std::optional<std::vector<unsigned char>> low;
+  std::optional<std::vector<unsigned char>> high;
+};
+
 /// Calls `visit` for every line whose value matches a stored one with wildcards, in the order of
-/// `VisitRange`, or only counts them. Returns their number. Every key is compared, as a wildcard
-/// may be in the first field.
+/// `VisitRange`, or only counts them. Returns their number. Every key inside the limits is
+/// compared.
 std::uint64_t VisitMatching(IndexReader const& index, std::span<unsigned char const> pattern,
-                            bool countsOnly, std::function<void(LineNumber)> const& visit);
+                            KeyLimits const& limits, bool countsOnly,
+                            std::function<void(LineNumber)> const& visit);
 
 }  // namespace xo::tool

@@ -6,6 +6,7 @@
 #include "tools/index_command.hpp"
 #include "tools/index_order.hpp"
 #include "tools/index_search.hpp"
+#include "tools/predicate.hpp"
 #include "tools/printable.hpp"
 #include "tools/standard_streams.hpp"
 #include "tools/text_decoder.hpp"
@@ -64,12 +65,21 @@ struct Outcome {
   std::optional<std::uint64_t> fetches;
 };
 
+/// The keys between which all are that are equal to the value, or match it.
+KeyLimits LimitsOf(IndexReader const& index, SearchOptions const& options) {
+  Predicate predicate(index, kXoBoundEqual, static_cast<unsigned short>(options.cmpOp),
+                      ValueOf(options.low), options.format);
+  Evaluation const& evaluation = predicate.Evaluate({});
+  if (predicate.ReasonToScanAll() != nullptr) return {};
+  return {evaluation.low, evaluation.high};
+}
+
 Outcome SearchFixed(IndexReader const& index, SearchOptions const& options,
                     std::function<void(LineNumber)> const& visit) {
   auto const codec = MakeCodec(index.Meta(), {options.format, !options.high});
   StoredArgument const low = StoreArgument(*codec, ValueOf(options.low));
   if (low.isPattern && (options.cmpOp & kCmpNoWildcards) == 0 && !options.high) {
-    return {VisitMatching(index, low.bytes, options.count, visit), {}};
+    return {VisitMatching(index, low.bytes, LimitsOf(index, options), options.count, visit), {}};
   }
   StoredArgument const high = options.high ? StoreArgument(*codec, ValueOf(*options.high)) : low;
   return {options.count ? CountRange(index, low.bytes, high.bytes)
@@ -99,30 +109,20 @@ Outcome SearchText(IndexReader const& index, SearchOptions const& options,
   return outcome;
 }
 
-/// Bits that comparisons of the values look at.
-unsigned ComparisonBits(IndexShape const& shape) {
-  if (shape.IsWeighted()) return kCmpNoWildcards;
-  if (shape.HasText()) return ~0U;
-  return FamilyOf(shape.type) == TextFamily::kTemporal ? kCmpNoWildcards : 0U;
-}
-
 }  // namespace
 
 int SearchIndex(SearchOptions const& options) {
   IndexReader const index(options.file);
   PrepareToRead(options, index);
   bool const isText = index.Meta().HasText();
-  unsigned const allowed = ComparisonBits(index.Meta());
-  if ((options.cmpOp & ~allowed) != 0) {
-    throw Trouble(fmt::format("{} holds values of type {}: they are compared in one way alone",
-                              index.Name(), TypeName(index.Meta().type)));
-  }
+  RequireKnownBits(index, options.cmpOp);
   if (isText && !options.format.empty()) {
     throw Trouble(
         fmt::format("{} holds text, which stands for itself: it has no format", index.Name()));
   }
 
   std::uint64_t const comparisonsBefore = indexOrder.comparisons;
+  std::uint64_t const keysBefore = indexOrder.keysVisited;
   auto const start = std::chrono::steady_clock::now();
   auto const visit = [&](LineNumber line) {
     if (!options.count) PrintLine(index, options, line);
@@ -139,7 +139,8 @@ int SearchIndex(SearchOptions const& options) {
   if (options.stats) {
     std::string const fetches =
         outcome.fetches ? fmt::format(", values fetched: {}", *outcome.fetches) : std::string();
-    WriteMessage(fmt::format("lines found: {}, comparisons: {}{}, time: {}", found,
+    WriteMessage(fmt::format("lines found: {}, keys visited: {}, comparisons: {}{}, time: {}",
+                             found, indexOrder.keysVisited - keysBefore,
                              indexOrder.comparisons - comparisonsBefore, fetches,
                              ReadableTime(time)));
   }

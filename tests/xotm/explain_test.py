@@ -2,9 +2,11 @@
 
 import datetime
 import fnmatch
+import itertools
 import json
 import operator
 import random
+import re
 import unittest
 
 from xotm_support import DONE, IS_SANITIZED, ToolTest, new_seed
@@ -193,6 +195,36 @@ class Texts(ExplainTest):
         told = self.explain("< cote", "--skip-symbols")
         self.assertTrue(told["scansAll"])
         self.assertEqual(told["selected"], 2)
+
+
+class Searches(ExplainTest):
+    """What `find` comes to, by the bounds that are explained."""
+
+    def visited(self, *arguments):
+        """(lines found, keys visited)"""
+        message = self.index("find", "i", *arguments, "--count", "--stats").stderr.decode()
+        return tuple(map(int, re.match(r"xotm: lines found: (\d+), keys visited: (\d+),",
+                                       message).groups()))
+
+    def test_APatternOfDaysIsScannedBetweenItsBoundsAlone(self):
+        first = datetime.date(2019, 12, 1)
+        days = [first + datetime.timedelta(days=3 * n) for n in range(150)]
+        self.create("i", "".join(f"{day}\n" for day in days), "--format", DATE, type="XoDate")
+        matching = sum((day.year, day.month) == (2020, 2) for day in days)
+        # And the first key behind them.
+        self.assertEqual(self.visited("2020-02-*", "--format", DATE), (matching, matching + 1))
+        february = sum(day.month == 2 for day in days)
+        self.assertEqual(self.visited("*-02-*", "--format", DATE), (february, len(days)))
+
+    def test_ABeginningVisitsLittleMoreThanWhatItFinds(self):
+        letters = "arst"
+        words = ["".join(word) for word in itertools.product(letters, repeat=7)]
+        words += [word.upper() for word in words]
+        self.create("i", "".join(word + "\n" for word in words), type="XoString")
+        depth = json.loads(self.index("stat", "i", "--json").stdout)["keys"]["depth"]
+        found, visited = self.visited("stra*", "--ignore-case")
+        self.assertEqual(found, 2 * len(letters) ** 3)
+        self.assertLessEqual(visited, 1.2 * found + depth)
 
 
 class Trouble(ExplainTest):

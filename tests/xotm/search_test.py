@@ -177,7 +177,7 @@ class Printing(ToolTest):
         self.assertEqual((result.returncode, result.stdout), (DONE, b"20\tb\n20\tc\n"))
         self.assertRegex(
             result.stderr.decode(),
-            r"\Axotm: lines found: 2, comparisons: [1-9]\d*, time: [\d.]+ (micro|milli|)seconds\n\Z",
+            r"\Axotm: lines found: 2, keys visited: [1-9]\d*, comparisons: [1-9]\d*, time: [\d.]+ (micro|milli|)seconds\n\Z",
         )
 
     def test_ALookUpMakesAsManyComparisonsAsTheTreeIsDeep(self):
