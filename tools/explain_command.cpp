@@ -19,7 +19,7 @@ struct KeyCounts {
   std::uint64_t selected = 0;
   /// Keys that a scan between the bounds comes to.
   std::uint64_t visited = 0;
-  /// Keys that are selected and would not be visited: none, unless a bound is wrong.
+  /// Keys that are selected and would not be visited, as with texts of several scripts.
   std::uint64_t missed = 0;
 
   double Share() const {
@@ -74,6 +74,10 @@ std::string AsText(IndexReader const& index, ExplainOptions const& options,
       reason == nullptr
           ? fmt::format("visited      {} keys between the bounds\n", told.counts.visited)
           : fmt::format("visited      {} keys, which is all: {}\n", told.counts.visited, reason);
+  if (told.counts.missed != 0) {
+    text += fmt::format("missed       {} keys that are selected and not between the bounds\n",
+                        told.counts.missed);
+  }
   return text;
 }
 
