@@ -5,8 +5,9 @@
 #include <algorithm>
 
 #include "tools/order_name.hpp"
+#include "tools/row_value.hpp"
 #include "tools/text_key.hpp"
-#include "tools/value_text.hpp"
+#include "tools/value_format.hpp"
 #include "tools/weighted_text.hpp"
 
 namespace xo::tool {
@@ -34,12 +35,10 @@ std::string WeightsText(IndexShape const& shape, ByteSpan bytes) {
 }
 
 std::string ValueOfKey(IndexShape const& shape, ByteSpan key, std::string const& format) {
-  ValueText const values(shape.type, format);
-  ValueBytes stored{};
-  std::copy_n(key.begin(), std::min(key.size(), stored.size()), stored.begin());
-  ValueBytes value{};
-  XoTypeMgr{}.Load(shape.type, value.data(), stored.data(), shape.format, 1);
-  return values.Print(value);
+  ValueFormat const usual(shape.type, format);
+  RowValue value(shape.type);
+  value.Load(key, shape.format);
+  return value.Print(usual.Text());
 }
 
 }  // namespace

@@ -7,12 +7,12 @@
 #include "tools/record_names.hpp"
 #include "tools/standard_streams.hpp"
 #include "tools/stop_signals.hpp"
+#include "tools/temporal_views.hpp"
 #include "tools/text_form.hpp"
 #include "tools/tree_check.hpp"
 #include "tools/trouble.hpp"
 #include "tools/type_names.hpp"
 #include "tools/value_codec.hpp"
-#include "tools/value_text.hpp"
 #include "tools/weighted_text.hpp"
 
 namespace xo::tool {
@@ -118,7 +118,7 @@ void CheckSources(IndexReader const& index) {
 
 int CreateIndex(CreateOptions const& options) {
   IndexShape const shape = ShapeOf(options);
-  if (options.patterns && FamilyOf(shape.type) != TextFamily::kTemporal) {
+  if (options.patterns && !IsTemporal(shape.type)) {
     throw Trouble(fmt::format("values of type {} have no wildcards", TypeName(shape.type)));
   }
   // Before there is a file: a type or a format that cannot be read is refused.

@@ -1,16 +1,16 @@
 #include <fmt/core.h>
 
-#include <algorithm>
 #include <nlohmann/json.hpp>
 
 #include "tools/index_command.hpp"
 #include "tools/index_search.hpp"
 #include "tools/printable.hpp"
+#include "tools/row_value.hpp"
 #include "tools/standard_streams.hpp"
 #include "tools/text_decoder.hpp"
 #include "tools/text_form.hpp"
 #include "tools/trouble.hpp"
-#include "tools/value_text.hpp"
+#include "tools/value_format.hpp"
 
 namespace xo::tool {
 namespace {
@@ -18,27 +18,27 @@ namespace {
 /// Values of an index as text: those of text by their records, as keys may be cut.
 class ValuePrinter {
  public:
-  ValuePrinter(IndexReader const& reader, std::string const& format) : index(reader) {
-    if (!reader.Meta().HasText()) values.emplace(reader.Meta().type, format);
-    if (reader.Meta().HasText() && !format.empty()) {
+  ValuePrinter(IndexReader const& reader, std::string const& givenFormat) : index(reader) {
+    if (!reader.Meta().HasText()) {
+      format.emplace(reader.Meta().type, givenFormat);
+      value.emplace(reader.Meta().type);
+    } else if (!givenFormat.empty()) {
       throw Trouble(
           fmt::format("{} holds text, which stands for itself: it has no format", reader.Name()));
     }
   }
 
-  std::string Text(MDB_val const& key, LineNumber line) const {
-    if (!values) return TextOfRecord(index.Meta(), index.Record(line));
-    ValueBytes stored{};
-    std::copy_n(static_cast<unsigned char const*>(key.mv_data),
-                std::min(key.mv_size, stored.size()), stored.begin());
-    ValueBytes value{};
-    XoTypeMgr{}.Load(values->Type(), value.data(), stored.data(), index.Meta().format, 1);
-    return values->Print(value);
+  std::string Text(MDB_val const& key, LineNumber line) {
+    if (!value) return TextOfRecord(index.Meta(), index.Record(line));
+    auto const* const stored = static_cast<unsigned char const*>(key.mv_data);
+    value->Load({stored, key.mv_size}, index.Meta().format);
+    return value->Print(format->Text());
   }
 
  private:
   IndexReader const& index;
-  std::optional<ValueText> values;
+  std::optional<ValueFormat> format;
+  std::optional<RowValue> value;
 };
 
 std::string JsonOf(LineNumber line, std::string const& value) {
@@ -53,7 +53,7 @@ std::string JsonOf(LineNumber line, std::string const& value) {
 int DumpIndex(DumpOptions const& options) {
   IndexReader const index(options.file);
   PrepareToRead(options, index);
-  ValuePrinter const printer(index, options.format);
+  ValuePrinter printer(index, options.format);
   KeyCursor cursor(index);
   for (bool on = cursor.First(); on; on = cursor.NextKey()) {
     do {

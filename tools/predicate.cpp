@@ -8,12 +8,13 @@
 
 #include "base/platform.hpp"
 #include "tools/index_order.hpp"
+#include "tools/row_value.hpp"
+#include "tools/temporal_views.hpp"
 #include "tools/text_decoder.hpp"
 #include "tools/text_key.hpp"
 #include "tools/trouble.hpp"
 #include "tools/type_names.hpp"
 #include "tools/value_codec.hpp"
-#include "tools/value_text.hpp"
 #include "tools/weighted_text.hpp"
 
 namespace xo::tool {
@@ -83,7 +84,7 @@ bool HasWildcardIn(IndexShape const& shape, XoString const& text, ByteSpan recor
 unsigned KnownBits(IndexShape const& shape) {
   if (shape.IsWeighted()) return kCmpNoWildcards;
   if (shape.HasText()) return ~0U;
-  return FamilyOf(shape.type) == TextFamily::kTemporal ? kCmpNoWildcards : 0U;
+  return IsTemporal(shape.type) ? kCmpNoWildcards : 0U;
 }
 
 }  // namespace
@@ -258,11 +259,9 @@ char const* Predicate::ReasonOfDates() const {
                                           D_TIMESTAMP_T};
   bool const isDate = std::find(kDates.begin(), kDates.end(), shape.type) != kDates.end();
   if (!isPattern || !isDate) return nullptr;
-  ValueBytes stored{};
-  std::copy_n(value.begin(), std::min(value.size(), stored.size()), stored.begin());
-  ValueBytes loaded{};
-  XoTypeMgr{}.Load(shape.type, loaded.data(), stored.data(), shape.format, 1);
-  bool const isAnyYear = ValueText(shape.type, "%Y").Print(loaded).find('*') != std::string::npos;
+  RowValue date(shape.type);
+  date.Load(value, shape.format);
+  bool const isAnyYear = date.Print("%Y").find('*') != std::string::npos;
   return isAnyYear ? "the year is a wildcard" : nullptr;
 }
 

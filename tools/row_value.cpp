@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cmath>
 #include <cstring>
 #include <memory>
 #include <optional>
@@ -138,62 +139,108 @@ std::optional<std::uint64_t> AsWhole(std::string_view text, int base) {
   return number;
 }
 
+bool IsFloating(char type) {
+  char const plain = PlainTypeOf(type);
+  return plain == XoDOUBLE_T || plain == XoFLOAT_T;
+}
+
+bool IsNumeric(char type) {
+  char const plain = PlainTypeOf(type);
+  return plain <= XoU1B_T || plain == XoBLOCKID_T || plain == XoINT64_T || plain == XoSEAL_T ||
+         plain == Xo8B_T || plain == XoU8B_T;
+}
+
+/// Integers whose row has a language of formats of its own.
+bool IsLarge(char type) {
+  char const plain = PlainTypeOf(type);
+  return plain == XoINT64_T || plain == XoSEAL_T;
+}
+
+/// Whether all of `text` is the number, of which one that is none has any sign.
+template <class Real>
+bool IsReal(std::string_view text, Real value) {
+  if (text.starts_with('+')) text.remove_prefix(1);
+  auto const wanted = AsReal<Real>(text);
+  return wanted && (*wanted == value || (std::isnan(*wanted) && std::isnan(value)));
+}
+
+bool IsByte(char type) {
+  char const plain = PlainTypeOf(type);
+  return plain == Xo1B_T || plain == XoU1B_T;
+}
+
+/// The number in a text under a format, and the letter of the conversion that reads it.
+struct NumberText {
+  std::string_view number;
+  char letter = 0;
+};
+
+/// Takes away what the format has around its number, all of which must be there.
+std::optional<NumberText> NumberIn(std::string_view text, std::string_view format) {
+  text = Trimmed(text);
+  std::size_t const start = format.find('%');
+  // A row without formats.
+  if (start == std::string_view::npos) return NumberText{text};
+  std::size_t const end = format.find_first_of("diouxXcSeEfFgGaA", start);
+  if (end == std::string_view::npos) return std::nullopt;
+  std::string_view const before = Trimmed(format.substr(0, start));
+  std::string_view const behind = Trimmed(format.substr(end + 1));
+  if (!text.starts_with(before)) return std::nullopt;
+  text.remove_prefix(before.size());
+  if (!text.ends_with(behind)) return std::nullopt;
+  text.remove_suffix(behind.size());
+  return NumberText{Trimmed(text), format[end]};
+}
+
 /// Whether whole numbers may begin with 0x: where the base is told by the text, and in formats of
 /// that base.
-bool TakesPrefix(char type, std::string_view format) {
-  constexpr char kTypes[] = {Xo1B_T,      XoU1B_T,      XoINT64_T,       XoSEAL_T,
-                             XoNULL_1B_T, XoNULL_U1B_T, XoNULL_XOINT64_T};
-  return format.find_first_of("xXi") != std::string_view::npos ||
-         std::find(std::begin(kTypes), std::end(kTypes), type) != std::end(kTypes);
+bool TakesPrefix(char type, char letter) {
+  return IsByte(type) || IsLarge(type) || letter == 'x' || letter == 'X' || letter == 'i';
+}
+
+/// The bases that a whole number without a prefix may be read in.
+std::vector<int> BasesOf(char type, char letter) {
+  if (IsLarge(type)) return {10, 8, 16};
+  switch (letter) {
+    case 'd':
+    case 'u':
+      return {10};
+    case 'o':
+      return {8};
+    case 'x':
+    case 'X':
+      return {16};
+    default:
+      return {10, 8};
+  }
 }
 
 /// A whole number, in any of the ways in which numbers are written, in decimal.
-std::vector<std::string> Readings(std::string_view text, bool takesPrefix) {
+std::vector<std::string> Readings(char type, NumberText const& in) {
+  std::string_view text = in.number;
   bool const isNegative = text.starts_with('-');
   if (isNegative || text.starts_with('+')) text.remove_prefix(1);
   bool const hasPrefix = text.starts_with("0x") || text.starts_with("0X");
+  bool const isUnsigned =
+      !IsLarge(type) && std::string_view("ouxX").find(in.letter) != std::string_view::npos;
+  if (hasPrefix && !TakesPrefix(type, in.letter)) return {};
   std::vector<std::string> readings;
-  if (hasPrefix && !takesPrefix) return readings;
-  for (int const base : {10, 8, 16}) {
-    if (base != 16 && hasPrefix) continue;
+  for (int const base : hasPrefix ? std::vector<int>{16} : BasesOf(type, in.letter)) {
     auto const number = AsWhole(text.substr(hasPrefix ? 2 : 0), base);
     if (!number) continue;
-    readings.push_back(fmt::format("{}{}", isNegative && *number != 0 ? "-" : "", *number));
+    bool const needsSign = isNegative && *number != 0;
+    if (needsSign && isUnsigned) continue;
+    readings.push_back(fmt::format("{}{}", needsSign ? "-" : "", *number));
   }
   return readings;
-}
-
-struct NumberKind {
-  bool isReal;
-  bool isSingle;
-  bool isNumber;
-};
-
-NumberKind KindOf(char type) {
-  switch (type) {
-    case XoDOUBLE_T:
-    case XoNULL_DOUBLE_T:
-      return {true, false, true};
-    case XoFLOAT_T:
-    case XoNULL_FLOAT_T:
-      return {true, true, true};
-    case XoINT64_T:
-    case XoSEAL_T:
-    case XoNULL_XOINT64_T:
-      return {false, false, true};
-    default: {
-      bool const isPlain =
-          type <= XoU1B_T || type == XoBLOCKID_T || type == Xo8B_T || type == XoU8B_T;
-      bool const canBeNull = (type >= XoNULL_1B_T && type <= XoNULL_U4B_T) || type == XoNULL_8B_T ||
-                             type == XoNULL_U8B_T;
-      return {false, false, isPlain || canBeNull};
-    }
-  }
 }
 
 bool IsText(char type) {
   return type == XoSTRING_T || type == XoISTRING_T || type == XoCASEISTRING_T || type == XoBLOB_T;
 }
+
+/// Whether a value's text has characters of a code set in it.
+bool HasCharacters(char type) { return IsText(type) || IsByte(type); }
 
 /// The scan of a truth takes everything that it does not know for false.
 bool IsTruth(std::string_view text) {
@@ -238,7 +285,7 @@ bool SaysTheSame(std::string_view text, std::string_view printed, Signs signs) {
 }
 
 Signs SignsOf(char type) {
-  if (KindOf(type).isNumber) return Signs::kAll;
+  if (IsNumeric(type)) return Signs::kAll;
   return type == XoOBJID_T || type == XoCLID_T || type == XoREF_T ? Signs::kNoBrackets
                                                                   : Signs::kLast;
 }
@@ -255,7 +302,8 @@ RowValue::RowValue(char valueType, XoCodeSet const& codeSet)
 RowValue::~RowValue() { XoTypeMgr{}.Delete(type, value, 1); }
 
 void RowValue::Scan(std::string_view text, char const* format) {
-  XoString string = DecodeArgument(std::string(text), set, 0);
+  std::string const bytes(text);
+  XoString string = HasCharacters(type) ? DecodeArgument(bytes, set, 0) : XoString(bytes.c_str());
   XoTypeMgr{}.ScanFromXoString(type, value, string, format, 1);
 }
 
@@ -266,24 +314,24 @@ void RowValue::Fill(int byte) {
 }
 
 bool RowValue::IsNumber(std::string_view text, std::string_view format) const {
-  NumberKind const kind = KindOf(type);
-  if (!kind.isNumber || IsNull()) return false;
+  if (!IsNumeric(type) || IsNull()) return false;
+  auto const in = NumberIn(text, format);
+  if (!in) return false;
+  if (IsFloating(type)) {
+    return PlainTypeOf(type) == XoFLOAT_T ? IsReal(in->number, As<float>())
+                                          : IsReal(in->number, As<double>());
+  }
   XoTypeMgr manager;
   std::unique_ptr<XoTypeConvertData> const carrier(manager.ConvertTo(type, value, 1));
-  std::string const decimal = Encoded(*carrier->GetString(0));
-  text = Trimmed(text);
-  if (kind.isReal) {
-    if (text.starts_with('+')) text.remove_prefix(1);
-    if (kind.isSingle) {
-      auto const there = AsReal<double>(decimal);
-      auto const wanted = AsReal<float>(text);
-      return there && wanted && static_cast<float>(*there) == *wanted;
-    }
-    auto const wanted = AsReal<double>(text);
-    return wanted && wanted == AsReal<double>(decimal);
-  }
-  auto const readings = Readings(text, TakesPrefix(type, format));
-  return std::find(readings.begin(), readings.end(), decimal) != readings.end();
+  auto const readings = Readings(type, *in);
+  return std::find(readings.begin(), readings.end(), Encoded(*carrier->GetString(0))) !=
+         readings.end();
+}
+
+bool RowValue::ScanPlain(std::string_view text, char const* format) {
+  Fill(0);
+  Scan(text, format);
+  return IsFloating(type) ? IsNumber(text, format) : Print(format) == text;
 }
 
 bool RowValue::ScanWhole(std::string_view text, char const* format) {
@@ -291,6 +339,10 @@ bool RowValue::ScanWhole(std::string_view text, char const* format) {
     Scan(text, format);
     return true;
   }
+  // No scan would see what is behind a zero.
+  if (text.find('\0') != std::string_view::npos) return false;
+  if (format == nullptr) format = XoTypeMgr{}.ExchangeFormat(type, nullptr);
+  if (IsNumeric(type) && ScanPlain(text, format)) return true;
   // What stays as it was when it is not read shows by what it was.
   Fill(1);
   Scan(text, format);
@@ -301,7 +353,6 @@ bool RowValue::ScanWhole(std::string_view text, char const* format) {
   if (once != again) return false;
   if (again == text) return true;
   if (type == XoBOOLEAN_T) return IsTruth(text);
-  if (format == nullptr) format = XoTypeMgr{}.ExchangeFormat(type, nullptr);
   Signs const signs = SignsOf(type);
   if (IsNumber(text, format) || SaysTheSame(text, again, signs)) return true;
   return type == XoOBJID_T && SaysTheSame(fmt::format("0-{}", text), again, signs);
@@ -310,6 +361,10 @@ bool RowValue::ScanWhole(std::string_view text, char const* format) {
 std::string RowValue::Print(char const* format) const {
   XoString out;
   XoTypeMgr{}.PrintToXoString(type, out, value, format, 1);
+  if (!HasCharacters(type)) {
+    char const* const bytes = out.StrGet();
+    return bytes != nullptr ? bytes : "";
+  }
   constexpr unsigned char kFirstWideSet = 225;
   // Rows print bytes as they are.
   if (out.codeSet < kFirstWideSet) out.codeSet = set.number;
@@ -323,6 +378,13 @@ std::vector<unsigned char> RowValue::Stored(unsigned char format) const {
   std::vector<unsigned char> bytes(manager.DiskLenGet(type, value, format, 1, FormMemory));
   manager.Store(type, bytes.data(), value, format, 1);
   return bytes;
+}
+
+void RowValue::Load(std::span<unsigned char const> stored, unsigned char format) {
+  XoTypeMgr const manager;
+  std::vector<unsigned char> whole(stored.begin(), stored.end());
+  whole.resize(manager.DiskLenGet(type, value, format, 1, FormMemory));
+  manager.Load(type, value, whole.data(), format, 1);
 }
 
 void ScanValue(RowValue& value, std::string_view text, char const* format,

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -15,7 +16,9 @@ XoCodeSet const& UsualCodeSet();
 class RowValue {
  public:
   /// A new value. A type without operations is `Trouble`. `codeSet`, which must stay, is that of
-  /// text on its way in and out; it has to be one of 8 bits.
+  /// text on its way in and out; it has to be one of 8 bits. Only texts and bytes have characters
+  /// of it: what other values have around their numbers and names is taken and printed as it
+  /// stands.
   explicit RowValue(char valueType, XoCodeSet const& codeSet = UsualCodeSet());
   /// Takes a value that an operation of the manager gave.
   RowValue(char valueType, void* given, XoCodeSet const& codeSet)
@@ -37,18 +40,26 @@ class RowValue {
   /// Reads the value and tells whether all of the text was read, for no scan reports it.
   ///
   /// All of it was read if the value prints as the text again, or as one that says the same:
-  /// numbers by what they are, other values by the numbers and words of their text in turn. There
-  /// leading zeros and blanks do not matter, nor, but for identifiers, which signs stand between; a
-  /// weekday may be left out, and the upper number of an object.
+  /// numbers by what they are, with all that the format has around them, other values by the
+  /// numbers and words of their text in turn. There leading zeros and blanks do not matter, nor,
+  /// but for identifiers, which signs stand between; a weekday may be left out, and the upper
+  /// number of an object.
   bool ScanWhole(std::string_view text, char const* format);
 
   /// The value in UTF-8 under `format`, null for the row's own.
   std::string Print(char const* format) const;
   bool IsNull() const;
+  /// The value in disk form, and the way back; a form that is cut short reads as if zeroes
+  /// followed.
   std::vector<unsigned char> Stored(unsigned char format) const;
+  void Load(std::span<unsigned char const> stored, unsigned char format);
+  /// Sets all bytes of a value of fixed width; of others nothing changes.
+  void Fill(int byte);
 
  private:
-  void Fill(int byte);
+  /// Reads a number and tells whether it is at once clear that all was read: the number is what
+  /// stands there, so that nothing of it was there before.
+  bool ScanPlain(std::string_view text, char const* format);
   bool IsNumber(std::string_view text, std::string_view format) const;
 
   char type;

@@ -14,7 +14,6 @@
 #include "tools/trouble.hpp"
 #include "tools/type_names.hpp"
 #include "tools/value_codec.hpp"
-#include "tools/value_text.hpp"
 #include "tools/weighted_search.hpp"
 
 namespace xo::tool {

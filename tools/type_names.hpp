@@ -19,4 +19,8 @@ char FindType(std::string_view name);
 /// yet and share those of the reserved id.
 bool HasDiskForm(XoTypeMgr const& manager, char type);
 
+/// Of a number that can be null, the type of the same number that cannot; of any other type, that
+/// type.
+char PlainTypeOf(char type);
+
 }  // namespace xo::tool

@@ -4,15 +4,17 @@
 
 #include <algorithm>
 #include <array>
+#include <vector>
 
-#include "tools/line_fault.hpp"
 #include "tools/printable.hpp"
+#include "tools/row_value.hpp"
 #include "tools/scalar_text.hpp"
+#include "tools/temporal_check.hpp"
 #include "tools/text_decoder.hpp"
 #include "tools/text_form.hpp"
 #include "tools/trouble.hpp"
 #include "tools/type_names.hpp"
-#include "tools/value_text.hpp"
+#include "tools/value_format.hpp"
 
 namespace xo::tool {
 namespace {
@@ -30,105 +32,91 @@ std::string_view WithoutBlanks(std::string_view text) {
 class FixedCodec : public ValueCodec {
  public:
   FixedCodec(IndexShape const& shape, CodecOptions const& codecOptions)
-      : options(codecOptions),
-        values(shape.type, options.format),
+      : format(shape.type, codecOptions.format),
+        takesPatterns(codecOptions.takesPatterns),
         diskFormat(shape.format),
-        width(manager.DiskLenGet(shape.type, nullptr, diskFormat, 1, FormMemory)) {}
+        value(shape.type),
+        loaded(shape.type) {}
 
   std::optional<StoredValue> Store(std::string_view text) override {
-    if (Read(text) != Fault::kNone) return std::nullopt;
-    return StoredValue{{disk.data(), width}, {}, HasWildcard(values.Type(), loaded)};
+    if (Read(WithoutBlanks(text)) != Fault::kNone) return std::nullopt;
+    return StoredValue{disk, {}, HasWildcard(loaded)};
   }
 
   std::string Complaint(std::string_view text) override {
-    Fault const fault = Read(text);
+    Fault const fault = Read(WithoutBlanks(text));
     std::string const quoted = QuotedText(WithoutBlanks(text));
-    std::string const readAs = fmt::format("under the format {} it reads as {}",
-                                           QuotedText(values.Format()), QuotedText(printed));
-    switch (fault) {
-      case Fault::kInvalid:
-        return fmt::format("{} is no valid date or time of type {}: {}", quoted,
-                           TypeName(values.Type()), readAs);
-      case Fault::kPattern:
-        return fmt::format("{} is a pattern, no value of type {}", quoted, TypeName(values.Type()));
-      case Fault::kUnreadable:
-        return fmt::format("{} is no value of type {}", quoted, TypeName(values.Type()));
-      default:
-        return ScalarComplaint(text, quoted)
-            .value_or(fmt::format("{} is no value of type {}: {}", quoted, TypeName(values.Type()),
-                                  readAs));
+    std::string const name = TypeName(format.Type());
+    if (fault == Fault::kTooLong) return fmt::format("{} is no value of type {}", quoted, name);
+    if (fault == Fault::kPattern) {
+      return fmt::format("{} is a pattern, no value of type {}", quoted, name);
     }
+    std::string const readAs =
+        fmt::format("under the format {} it reads as {}", QuotedText(format.Text()),
+                    QuotedText(loaded.Print(format.Text())));
+    if (fault == Fault::kInvalid) {
+      return fmt::format("{} is no valid date or time of type {}: {}", quoted, name, readAs);
+    }
+    return ScalarComplaint(text, quoted)
+        .value_or(fmt::format("{} is no value of type {}: {}", quoted, name, readAs));
   }
 
  private:
-  enum class Fault { kNone, kUnreadable, kOtherText, kInvalid, kPattern };
+  enum class Fault { kNone, kTooLong, kOtherText, kInvalid, kPattern };
 
   /// Reads a text into the stored value, and tells what is wrong with it.
   Fault Read(std::string_view text) {
-    text = WithoutBlanks(text);
-    // A zero would end the text, and the checks put a mark of their own behind it.
-    constexpr std::string_view kReserved("\0\1", 2);
-    if (text.size() > kLongestText || text.find_first_of(kReserved) != std::string_view::npos) {
-      return Fault::kUnreadable;
-    }
-    line.assign(text);
-    ToDisk(values.Scan(line));
-    ValueBytes const stored = disk;
-    loaded = {};
-    manager.Load(values.Type(), loaded.data(), disk.data(), diskFormat, 1);
-    printed = values.Print(loaded);
-    switch (FaultOf({values, line, loaded, printed})) {
-      case LineFault::kOtherText:
-        return Fault::kOtherText;
-      case LineFault::kInvalid:
-        return Fault::kInvalid;
-      case LineFault::kPattern:
-        if (!options.takesPatterns) return Fault::kPattern;
-        break;
-      case LineFault::kNone:
-        break;
-    }
-    if (line == printed) return Fault::kNone;
-    ToDisk(values.Scan(printed));
-    bool const comesBack = IsSame(stored);
-    disk = stored;
-    return comesBack ? Fault::kNone : Fault::kOtherText;
+    if (text.size() > kLongestText) return Fault::kTooLong;
+    bool const isWhole = Scan(text);
+    disk = value.Stored(diskFormat);
+    loaded.Load(disk, diskFormat);
+    if (!isWhole) return Fault::kOtherText;
+    std::string const printed = loaded.Print(format.Text());
+    bool const isPlain = printed == text;
+    if (!isPlain && printed != value.Print(format.Text())) return Fault::kOtherText;
+    if (IsInvalid(loaded)) return Fault::kInvalid;
+    if (!takesPatterns && HasWildcard(loaded)) return Fault::kPattern;
+    return isPlain || ComesBack(printed) ? Fault::kNone : Fault::kOtherText;
   }
 
-  void ToDisk(ValueBytes value) {
-    disk = {};
-    manager.Store(values.Type(), disk.data(), value.data(), diskFormat, 1);
+  bool Scan(std::string_view text) {
+    if (!text.empty()) return value.ScanWhole(text, format.Text());
+    value.Scan(text, format.Text());
+    // To numbers that can be null, and to them alone, no text is null.
+    return PlainTypeOf(format.Type()) != format.Type() && value.IsNull();
   }
 
-  bool IsSame(ValueBytes stored) {
-    if (disk == stored) return true;
+  /// Whether what is stored is read from its own print as well.
+  bool ComesBack(std::string const& printed) {
+    value.Scan(printed, format.Text());
+    std::vector<unsigned char> again = value.Stored(diskFormat);
+    if (again == disk) return true;
     // One number may have several forms, and so may what is none. Parts of identifiers do not count
     // in their order, and are not to be lost.
-    return FamilyOf(values.Type()) == TextFamily::kFloating &&
-           manager.Cmp(values.Type(), disk.data(), stored.data(), kCmpNoWildcards, 1, diskFormat) ==
-               0;
+    char const plain = PlainTypeOf(format.Type());
+    return (plain == XoDOUBLE_T || plain == XoFLOAT_T) &&
+           XoTypeMgr{}.Cmp(format.Type(), again.data(), disk.data(), kCmpNoWildcards, 1,
+                           diskFormat) == 0;
   }
 
   /// Of plain numbers in their usual form: what is wrong in their own words.
   std::optional<std::string> ScalarComplaint(std::string_view text, std::string const& quoted) {
-    ScalarText const* const scalar = FindScalarText(PlainTypeOf(values.Type()));
-    if (scalar == nullptr || values.IsFormatGiven()) return std::nullopt;
-    ValueBytes unused{};
+    ScalarText const* const scalar = FindScalarText(PlainTypeOf(format.Type()));
+    if (scalar == nullptr || format.IsGiven()) return std::nullopt;
+    std::array<unsigned char, 8> unused{};
     bool const isNumber = scalar->read(text, unused.data()) == ScalarOutcome::kOutOfRange;
     return fmt::format("{} is {} {}: {} is wanted", quoted,
                        isNumber ? "out of the range of" : "no value of type",
-                       TypeName(values.Type()), scalar->accepted());
+                       TypeName(format.Type()), scalar->accepted());
   }
 
-  XoTypeMgr manager;
-  CodecOptions options;
-  ValueText values;
+  ValueFormat format;
+  bool takesPatterns;
   unsigned char diskFormat;
-  std::size_t width;
-  std::string line;
-  std::string printed;
-  ValueBytes loaded{};
-  ValueBytes disk{};
+  /// As it was read, and as it comes back from its disk form.
+  RowValue value;
+  RowValue loaded;
+  std::vector<unsigned char> disk;
 };
 
 class TextCodec : public ValueCodec {

@@ -104,6 +104,15 @@ class Print(ValueTest):
             with self.subTest(type=type, value=value):
                 self.assert_bad(type, value, f"'{value}'")
 
+    def test_WhatAFormatHasAroundAValueMustBeThereAndMayBeAnyCharacters(self):
+        self.assertEqual(self.output("print", "o_4b", "%d €", "--scan-format", "%d kg", "+5 kg"),
+                         ["5 €"])
+        self.assertEqual(self.output("print", "XoDate", "%d Ж", "--scan-format", "%Y-%m-%d €",
+                                     "2021-04-05 €"), ["05 Ж"])
+        self.assertEqual(self.output("print", "o_u4b", "%lu", "--", "-0"), ["0"])
+        self.assert_bad("o_4b", "5", "'5'", scan_format="%d kg")
+        self.assert_bad("o_4b", "-1", "'-1'", scan_format="%lx")
+
     def test_DatesAndTimesHaveToBeValidOrPatterns(self):
         self.assert_bad("XoDate", "2021-14-45", "no valid XoDate", "no month 14",
                         scan_format="%Y-%m-%d")

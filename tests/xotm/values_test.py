@@ -136,6 +136,17 @@ class Formats(ValuesTest):
         self.assert_kept("o_double", "%g kg", "0.5 kg")
         self.assert_refused("o_double", "%g kg", "0.5", "0.5 kg x", "x kg", "1e999 kg")
 
+    def test_WhatStandsAroundTheNumberMayBeAnyCharacters(self):
+        self.assert_kept("o_4b", "%d €", "5 €")
+        self.assert_refused("o_4b", "%d €", "5", "5 $")
+        self.assert_kept("XoDate", "%Y Ж %m-%d", "2021 Ж 04-15")
+
+    def test_ANumberIsReadInTheBaseOfItsFormat(self):
+        self.assertEqual(self.dumped("o_4b", "%lo", "010", "7"), ["10", "7"])
+        self.assert_refused("o_4b", "%lo", "8", "18", "0x8", "-1")
+        self.assert_refused("o_4b", "%ld", "0x8", "1f")
+        self.assert_refused("o_4b", "%lu", "-1", "4294967296")
+
     def test_AWidthThatLeavesDigitsUnreadIsNoticed(self):
         self.assertEqual(self.dumped("o_4b", "%3d", "7", "123"), ["  7", "123"])
         self.assert_refused("o_4b", "%3d", "1234")
@@ -195,6 +206,8 @@ class Temporal(ValuesTest):
         self.assert_refused("XoDate", DATE, "2021-04-15 x", "2021-04-15T12:00:00", "2021-04", "",
                             "2021-04-15Z", "2021-04-15-1", "x", NULL + "x", "20210415")
         self.assert_refused("XoTime", "%H:%M:%S", "12:34", "12:34:56 pm", "12:34:56.5")
+        # The half of the day has no place in an hour that is a wildcard.
+        self.assert_refused("XoTime", None, "*:05:09 pm", "25")
         self.assert_refused("XoDateTime", "%O", "2021-04-15", "2021-04-15T12:34:56.25")
         self.assert_refused("XoTimeSpan", None, "5", "5.01:02:03 x", "", "x")
 
@@ -229,6 +242,11 @@ class Temporal(ValuesTest):
             ["Thu 15.Apr 2021"] * 3,
         )
         self.assert_refused("XoDate", None, "2021-04-15", "Thu 15.Abc 2021", reason="XoDate")
+
+    def test_AWeekdayIsThatOfItsDateOrLeftOut(self):
+        # A Thursday.
+        self.assert_refused("XoDate", None, "Fri 15.Apr 2021", "Friday 15.Apr 2021")
+        self.assert_refused("XoDateTime", None, "Wed 15.Apr 2021 01:02:03 am")
 
     def test_TheHistoricalCalendarHasDaysOfItsOwn(self):
         self.assert_kept("d_Date", DATE, "1500-02-29", "1582-10-04", "1582-10-15")
@@ -344,10 +362,13 @@ class Identifiers(ValuesTest):
         self.assert_kept("XoClassId", None, "(1v2)", "(0v0)", "(65535v65534)", NULL)
         self.assert_kept("XoRef", None, "(1:2-3#4, 5)", "(65535:65535-4294967295#0, 65535)", NULL)
 
-    def test_PartsThatAreLeftOutAreZero(self):
-        self.assertEqual(self.dumped("XoObjId", None, "12#34", "1-2"), ["(0-12#34)", "(1-2#0)"])
-        self.assertEqual(self.dumped("XoRef", None, "1:2-9", "(1:2-3#4,5)"),
+    def test_BracketsAndTheUpperNumberOfAnObjectMayBeLeftOutButNothingElse(self):
+        self.assertEqual(self.dumped("XoObjId", None, "12#34", "1-2#3"), ["(0-12#34)", "(1-2#3)"])
+        self.assertEqual(self.dumped("XoRef", None, "1:2-9#0, 0", "(1:2-3#4,5)"),
                          ["(1:2-9#0, 0)", "(1:2-3#4, 5)"])
+        self.assert_refused("XoObjId", None, "1-2", "(1-2#", "12")
+        self.assert_refused("XoRef", None, "1:2-9", "(1:2-3#4+5)")
+        self.assert_refused("XoClassId", None, "(12v", "(123)")
 
     def test_WhatIsTooMuchOrTooLargeIsRefused(self):
         self.assert_refused("XoObjId", None, "(65536-2#3)", "(1-4294967296#3)", "(1-2#3)x", "x", "",
@@ -356,9 +377,9 @@ class Identifiers(ValuesTest):
         self.assert_refused("XoRef", None, "(65536:2-3#4, 5)", "(1:2-3#4, 5) x", "x", "")
 
     def test_WhatANullOrARecordHasNoRoomForIsRefused(self):
-        self.assertEqual(self.dumped("XoObjId", None, "(0-0#0)"), [NULL])
-        self.assertEqual(self.dumped("XoClassId", None, "(65535v65535)"), [NULL])
-        self.assert_refused("XoObjId", None, "(0-0#5)")
+        # Null has one text.
+        self.assert_refused("XoObjId", None, "(0-0#0)", "(0-0#5)")
+        self.assert_refused("XoClassId", None, "(65535v65535)")
         self.assert_refused("XoRef", None, "(1:0-0#0, 0)", "(0:0-0#0, 5)")
         # No version is stored.
         versions = "(%D:%H-%L#%B,%Cv%V)"
