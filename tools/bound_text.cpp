@@ -2,8 +2,6 @@
 
 #include <fmt/core.h>
 
-#include <algorithm>
-
 #include "tools/order_name.hpp"
 #include "tools/row_value.hpp"
 #include "tools/text_key.hpp"
