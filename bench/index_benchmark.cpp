@@ -1,16 +1,15 @@
 #include <benchmark/benchmark.h>
-#include <lmdb.h>
 
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
-#include <filesystem>
 #include <fstream>
 #include <random>
 #include <string>
 #include <vector>
 #include <xotypemgr.hpp>
 
+#include "bench/lmdb_file.hpp"
 #include "tools/index_order.hpp"
 
 /// Look-ups in LMDB through the tool's own comparers: against LMDB's built-in integer keys, and of
@@ -20,13 +19,7 @@ namespace {
 
 constexpr std::size_t kKeys = 1'000'000;
 
-void Check(int result) {
-  if (result == 0) return;
-  std::fprintf(stderr, "LMDB: %s\n", mdb_strerror(result));
-  std::exit(1);
-}
-
-/// One file with two trees of the same random keys, made at first use and removed at the end.
+/// Two trees of the same random keys, made at first use.
 class Trees {
  public:
   static Trees& Get() {
@@ -34,17 +27,8 @@ class Trees {
     return trees;
   }
 
-  Trees(Trees const&) = delete;
-  Trees& operator=(Trees const&) = delete;
-
-  ~Trees() {
-    mdb_txn_abort(transaction);
-    mdb_env_close(environment);
-    std::filesystem::remove(path);
-  }
-
   std::vector<o_8b> keys;
-  MDB_txn* transaction = nullptr;
+  bench::LmdbFile file{2};
   MDB_dbi compared = 0;
   MDB_dbi integers = 0;
 
@@ -54,31 +38,16 @@ class Trees {
     keys.resize(kKeys);
     // LMDB's integer keys are unsigned, so that both trees must hold the keys in the same order.
     for (auto& key : keys) key = static_cast<o_8b>(random() >> 1);
-    path = std::filesystem::temp_directory_path() /
-           ("index_benchmark." + std::to_string(std::random_device{}()));
-    Check(mdb_env_create(&environment));
-    Check(mdb_env_set_maxdbs(environment, 2));
-    Check(mdb_env_set_mapsize(environment, std::size_t{1} << 30));
-    Check(mdb_env_open(environment, path.c_str(), MDB_NOSUBDIR | MDB_NOSYNC | MDB_NOLOCK, 0600));
-    Check(mdb_txn_begin(environment, nullptr, 0, &transaction));
     xo::tool::SetIndexOrder(Xo8B_T, FormLittle);
-    Check(mdb_dbi_open(transaction, "compared", MDB_CREATE, &compared));
-    Check(mdb_set_compare(transaction, compared, xo::tool::CompareIndexKeys));
-    Check(mdb_dbi_open(transaction, "integers", MDB_CREATE | MDB_INTEGERKEY, &integers));
+    compared = file.Tree("compared", 0);
+    file.SetOrder(compared, xo::tool::CompareIndexKeys);
+    integers = file.Tree("integers", MDB_INTEGERKEY);
     for (MDB_dbi const tree : {compared, integers}) {
-      for (auto& key : keys) {
-        MDB_val name{sizeof key, &key};
-        MDB_val data{sizeof key, &key};
-        Check(mdb_put(transaction, tree, &name, &data, 0));
-      }
+      for (auto& key : keys) file.Put(tree, &key, sizeof key, &key, sizeof key);
     }
-    Check(mdb_txn_commit(transaction));
-    Check(mdb_txn_begin(environment, nullptr, MDB_RDONLY, &transaction));
+    file.FinishWriting();
     std::shuffle(keys.begin(), keys.end(), random);
   }
-
-  std::filesystem::path path;
-  MDB_env* environment = nullptr;
 };
 
 void LookUp(benchmark::State& state, MDB_dbi Trees::*tree) {
@@ -87,10 +56,8 @@ void LookUp(benchmark::State& state, MDB_dbi Trees::*tree) {
   xo::tool::SetIndexOrder(Xo8B_T, FormLittle);
   std::size_t index = 0;
   for (auto _ : state) {
-    MDB_val name{sizeof(o_8b), &trees.keys[index]};
-    MDB_val data;
-    Check(mdb_get(trees.transaction, trees.*tree, &name, &data));
-    benchmark::DoNotOptimize(data);
+    MDB_val const found = trees.file.Get(trees.*tree, &trees.keys[index], sizeof(o_8b));
+    benchmark::DoNotOptimize(found);
     index = (index + 1) % kKeys;
   }
 }
@@ -110,7 +77,7 @@ std::size_t MakeKey(XoTypeMgr const& manager, XoString& text, unsigned char* key
   return manager.Translate(XoSTRING_T, key, kKeyFormat, kKeyLength, &text, FormMemory, 0, 1);
 }
 
-/// One file with two trees of the same words.
+/// Two trees of the same words, made at first use.
 class WordTrees {
  public:
   static WordTrees& Get() {
@@ -118,52 +85,34 @@ class WordTrees {
     return trees;
   }
 
-  WordTrees(WordTrees const&) = delete;
-  WordTrees& operator=(WordTrees const&) = delete;
-
-  ~WordTrees() {
-    mdb_txn_abort(transaction);
-    mdb_env_close(environment);
-    std::filesystem::remove(path);
-  }
-
   XoTypeMgr manager;
   std::vector<Word> words;
-  MDB_txn* transaction = nullptr;
+  bench::LmdbFile file{2};
   MDB_dbi compared = 0;
   MDB_dbi asBytes = 0;
 
  private:
   WordTrees() {
     ReadWords("/usr/share/dict/ngerman");
-    path = std::filesystem::temp_directory_path() /
-           ("index_benchmark." + std::to_string(std::random_device{}()));
-    Check(mdb_env_create(&environment));
-    Check(mdb_env_set_maxdbs(environment, 2));
-    Check(mdb_env_set_mapsize(environment, std::size_t{1} << 30));
-    Check(mdb_env_open(environment, path.c_str(), MDB_NOSUBDIR | MDB_NOSYNC | MDB_NOLOCK, 0600));
-    Check(mdb_txn_begin(environment, nullptr, 0, &transaction));
     xo::tool::SetIndexOrder(XoSTRING_T, FormLittle);
-    Check(mdb_dbi_open(transaction, "compared", MDB_CREATE, &compared));
-    Check(mdb_set_compare(transaction, compared, xo::tool::indexOrder.compare));
-    Check(mdb_dbi_open(transaction, "bytes", MDB_CREATE, &asBytes));
+    compared = file.Tree("compared", 0);
+    file.SetOrder(compared, xo::tool::indexOrder.compare);
+    asBytes = file.Tree("bytes", 0);
     std::uint64_t number = 0;
     for (Word& word : words) {
       unsigned char key[kKeyLength];
-      MDB_val data{sizeof number, &++number};
-      MDB_val sorted{MakeKey(manager, word.text, key), key};
-      Check(mdb_put(transaction, compared, &sorted, &data, 0));
-      MDB_val plain{word.bytes.size(), word.bytes.data()};
-      Check(mdb_put(transaction, asBytes, &plain, &data, 0));
+      ++number;
+      std::size_t const size = MakeKey(manager, word.text, key);
+      file.Put(compared, key, size, &number, sizeof number);
+      file.Put(asBytes, word.bytes.data(), word.bytes.size(), &number, sizeof number);
     }
-    Check(mdb_txn_commit(transaction));
-    Check(mdb_txn_begin(environment, nullptr, MDB_RDONLY, &transaction));
+    file.FinishWriting();
     std::shuffle(words.begin(), words.end(), std::mt19937(7));
   }
 
   void ReadWords(char const* list) {
-    std::ifstream file(list);
-    for (std::string line; std::getline(file, line);) {
+    std::ifstream lines(list);
+    for (std::string line; std::getline(lines, line);) {
       Word word{line, {}};
       if (XoMBS2XoString(line.data(), word.text, static_cast<int>(line.size())) > 0) {
         words.push_back(std::move(word));
@@ -176,9 +125,6 @@ class WordTrees {
     std::shuffle(words.begin(), words.end(), std::mt19937(20240607));
     words.resize(kWords);
   }
-
-  std::filesystem::path path;
-  MDB_env* environment = nullptr;
 };
 
 /// The key is made of the word each time, as a search does.
@@ -188,10 +134,9 @@ void LookUpWord(benchmark::State& state) {
   std::size_t index = 0;
   for (auto _ : state) {
     unsigned char key[kKeyLength];
-    MDB_val name{MakeKey(trees.manager, trees.words[index].text, key), key};
-    MDB_val data;
-    Check(mdb_get(trees.transaction, trees.compared, &name, &data));
-    benchmark::DoNotOptimize(data);
+    std::size_t const size = MakeKey(trees.manager, trees.words[index].text, key);
+    MDB_val const found = trees.file.Get(trees.compared, key, size);
+    benchmark::DoNotOptimize(found);
     index = (index + 1) % kWords;
   }
 }
@@ -201,10 +146,8 @@ void LookUpBytes(benchmark::State& state) {
   std::size_t index = 0;
   for (auto _ : state) {
     std::string& bytes = trees.words[index].bytes;
-    MDB_val name{bytes.size(), bytes.data()};
-    MDB_val data;
-    Check(mdb_get(trees.transaction, trees.asBytes, &name, &data));
-    benchmark::DoNotOptimize(data);
+    MDB_val const found = trees.file.Get(trees.asBytes, bytes.data(), bytes.size());
+    benchmark::DoNotOptimize(found);
     index = (index + 1) % kWords;
   }
 }

@@ -69,16 +69,6 @@ void SortSortKeys(benchmark::State& state, WordList& list) {
   });
 }
 
-void SortCollated(benchmark::State& state, WordList& list) {
-  Collator const collator = OpenCollator(list.locale);
-  SortViews(state, Block<char>(list.Words(), &Word::utf8),
-            [&collator](View<char> const& a, View<char> const& b) {
-              UErrorCode status = U_ZERO_ERROR;
-              return ucol_strcollUTF8(collator.get(), a.text, a.length, b.text, b.length, &status) <
-                     0;
-            });
-}
-
 void BuildKeys(benchmark::State& state, WordList& list) {
   XoTypeMgr const manager;
   std::vector<XoString> texts;
@@ -90,20 +80,6 @@ void BuildKeys(benchmark::State& state, WordList& list) {
                                                FormMemory, sizeof(XoString), 1));
     benchmark::ClobberMemory();
     next = next + 1 < texts.size() ? next + 1 : 0;
-  }
-}
-
-void BuildSortKeys(benchmark::State& state, WordList& list) {
-  Collator const collator = OpenCollator(list.locale);
-  std::vector<Word> const& words = list.Words();
-  unsigned char key[kMostBytes];
-  std::size_t next = 0;
-  for (auto _ : state) {
-    std::u16string const& word = words[next].utf16;
-    benchmark::DoNotOptimize(ucol_getSortKey(collator.get(), word.data(),
-                                             static_cast<int32_t>(word.size()), key, sizeof key));
-    benchmark::ClobberMemory();
-    next = next + 1 < words.size() ? next + 1 : 0;
   }
 }
 

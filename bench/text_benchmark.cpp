@@ -36,16 +36,6 @@ void SortOurs16(benchmark::State& state, WordList& list) {
             });
 }
 
-void SortIcu8(benchmark::State& state, WordList& list) {
-  Collator const collator = OpenCollator(list.locale);
-  SortViews(state, Block<char>(list.Words(), &Word::utf8),
-            [&collator](View<char> const& a, View<char> const& b) {
-              UErrorCode status = U_ZERO_ERROR;
-              return ucol_strcollUTF8(collator.get(), a.text, a.length, b.text, b.length, &status) <
-                     0;
-            });
-}
-
 void SortIcu16(benchmark::State& state, WordList& list) {
   Collator const collator = OpenCollator(list.locale);
   SortViews(state, Block<char16_t>(list.Words(), &Word::utf16),
@@ -59,19 +49,6 @@ void HashOurs(benchmark::State& state, WordList& list) {
   std::size_t next = 0;
   for (auto _ : state) {
     benchmark::DoNotOptimize(HashString(kLatin1, list.language, words[next].latin1.c_str()));
-    next = (next + 1) % words.size();
-  }
-}
-
-void SortKeyIcu(benchmark::State& state, WordList& list) {
-  Collator const collator = OpenCollator(list.locale);
-  std::vector<Word> const& words = list.Words();
-  std::uint8_t key[512];
-  std::size_t next = 0;
-  for (auto _ : state) {
-    std::u16string const& word = words[next].utf16;
-    benchmark::DoNotOptimize(ucol_getSortKey(collator.get(), word.data(),
-                                             static_cast<int32_t>(word.size()), key, sizeof key));
     next = (next + 1) % words.size();
   }
 }
@@ -229,11 +206,11 @@ bool const registered = [] {
     WordList& list = Lists(index);
     std::string const name = list.name;
     Register("sort 8-bit, " + name + "/ours", SortOurs8, std::ref(list));
-    Register("sort 8-bit, " + name + "/ucol_strcollUTF8", SortIcu8, std::ref(list));
+    Register("sort 8-bit, " + name + "/ucol_strcollUTF8", SortCollated, std::ref(list));
     Register("sort 16-bit, " + name + "/ours", SortOurs16, std::ref(list));
     Register("sort 16-bit, " + name + "/ucol_strcoll", SortIcu16, std::ref(list));
     Register("hash a word, " + name + "/ours", HashOurs, std::ref(list));
-    Register("hash a word, " + name + "/ucol_getSortKey", SortKeyIcu, std::ref(list));
+    Register("hash a word, " + name + "/ucol_getSortKey", BuildSortKeys, std::ref(list));
   }
   struct LongCase {
     char const* name;

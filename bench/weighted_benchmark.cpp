@@ -32,16 +32,6 @@ void SortTexts(benchmark::State& state, WordList& list) {
   }
 }
 
-void SortCollated(benchmark::State& state, WordList& list) {
-  Collator const collator = OpenCollator(list.locale);
-  SortViews(state, Block<char>(list.Words(), &Word::utf8),
-            [&collator](View<char> const& a, View<char> const& b) {
-              UErrorCode status = U_ZERO_ERROR;
-              return ucol_strcollUTF8(collator.get(), a.text, a.length, b.text, b.length, &status) <
-                     0;
-            });
-}
-
 template <class Text>
 unsigned BuildKey(XoTypeMgr const& manager, char type, Text& text, unsigned char* key) {
   return manager.Translate(type, key, kKey, kMostBytes, &text, FormMemory, sizeof text, 1);
@@ -77,20 +67,6 @@ void BuildKeys(benchmark::State& state, WordList& list, char type) {
     benchmark::DoNotOptimize(BuildKey(manager, type, texts[next], key));
     benchmark::ClobberMemory();
     next = next + 1 < texts.size() ? next + 1 : 0;
-  }
-}
-
-void BuildSortKeys(benchmark::State& state, WordList& list) {
-  Collator const collator = OpenCollator(list.locale);
-  std::vector<Word> const& words = list.Words();
-  unsigned char key[1024];
-  std::size_t next = 0;
-  for (auto _ : state) {
-    std::u16string const& word = words[next].utf16;
-    benchmark::DoNotOptimize(ucol_getSortKey(collator.get(), word.data(),
-                                             static_cast<int32_t>(word.size()), key, sizeof key));
-    benchmark::ClobberMemory();
-    next = next + 1 < words.size() ? next + 1 : 0;
   }
 }
 

@@ -141,6 +141,32 @@ void SortViews(benchmark::State& state, Block<Unit> const& block, Less less) {
   }
 }
 
+/// The peer of sorting narrow text.
+inline void SortCollated(benchmark::State& state, WordList& list) {
+  Collator const collator = OpenCollator(list.locale);
+  SortViews(state, Block<char>(list.Words(), &Word::utf8),
+            [&collator](View<char> const& a, View<char> const& b) {
+              UErrorCode status = U_ZERO_ERROR;
+              return ucol_strcollUTF8(collator.get(), a.text, a.length, b.text, b.length, &status) <
+                     0;
+            });
+}
+
+/// The peer of building a key or a hash for each word.
+inline void BuildSortKeys(benchmark::State& state, WordList& list) {
+  Collator const collator = OpenCollator(list.locale);
+  std::vector<Word> const& words = list.Words();
+  std::uint8_t key[1024];
+  std::size_t next = 0;
+  for (auto _ : state) {
+    std::u16string const& word = words[next].utf16;
+    benchmark::DoNotOptimize(ucol_getSortKey(collator.get(), word.data(),
+                                             static_cast<int32_t>(word.size()), key, sizeof key));
+    benchmark::ClobberMemory();
+    next = next + 1 < words.size() ? next + 1 : 0;
+  }
+}
+
 template <class Function, class... Arguments>
 void Register(std::string const& name, Function function, Arguments&&... arguments) {
   benchmark::RegisterBenchmark(name.c_str(), function, std::forward<Arguments>(arguments)...);
