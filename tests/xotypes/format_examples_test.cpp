@@ -7,6 +7,7 @@
 #include <xotypemgr.hpp>
 
 #include "formats_document.hpp"
+#include "tests/xotypes/document_examples.hpp"
 #include "tests/xotypes/string_bytes.hpp"
 
 namespace xo::test {
@@ -92,26 +93,8 @@ struct Example {
   }
 };
 
-std::vector<Example> ExamplesOf(std::string const& document) {
-  std::vector<Example> examples;
-  std::istringstream lines(document);
-  bool inside = false;
-  for (std::string line; std::getline(lines, line);) {
-    if (!line.empty() && line.back() == '\r') line.pop_back();
-    if (line == "```example") {
-      inside = true;
-      examples.emplace_back();
-    } else if (line.starts_with("```")) {
-      inside = false;
-    } else if (inside) {
-      EXPECT_TRUE(examples.back().Take(line)) << line;
-    }
-  }
-  return examples;
-}
-
 TEST(FormatExamples, AreWhatTheLibraryMakes) {
-  std::vector<Example> examples = ExamplesOf(kFormatsDocument);
+  std::vector<Example> examples = ExamplesOf<Example>(kFormatsDocument, "example");
   ASSERT_GE(examples.size(), 20u);
   for (Example& example : examples) {
     SCOPED_TRACE(example.lines);
@@ -131,7 +114,7 @@ TEST(FormatExamples, AreWhatTheLibraryMakes) {
 }
 
 TEST(FormatExamples, OfRecordsLoadAsTheTextsThatTheyAreOf) {
-  for (Example& example : ExamplesOf(kFormatsDocument)) {
+  for (Example& example : ExamplesOf<Example>(kFormatsDocument, "example")) {
     bool const isWhole = example.room == 64 && (example.format & 0xE0) == 0;
     if (example.isStored || !isWhole) continue;
     SCOPED_TRACE(example.lines);

@@ -1,12 +1,12 @@
 #include <gtest/gtest.h>
 
 #include <memory>
-#include <sstream>
 #include <string>
 #include <vector>
 #include <xotypemgr.hpp>
 
 #include "formats_document.hpp"
+#include "tests/xotypes/document_examples.hpp"
 #include "tests/xotypes/string_bytes.hpp"
 
 namespace xo::test {
@@ -44,24 +44,6 @@ struct ValueExample {
     return isOfOneType && forms.empty();
   }
 };
-
-std::vector<ValueExample> ValueExamplesOf(std::string const& document) {
-  std::vector<ValueExample> examples;
-  std::istringstream lines(document);
-  bool inside = false;
-  for (std::string line; std::getline(lines, line);) {
-    if (!line.empty() && line.back() == '\r') line.pop_back();
-    if (line == "```value") {
-      inside = true;
-      examples.emplace_back();
-    } else if (line.starts_with("```")) {
-      inside = false;
-    } else if (inside) {
-      EXPECT_TRUE(examples.back().Take(line)) << line;
-    }
-  }
-  return examples;
-}
 
 /// The values of an example in memory.
 class Values {
@@ -106,7 +88,7 @@ ByteList Cut(ByteList bytes, unsigned size) {
 }
 
 TEST(ValueExamples, AreWhatTheLibraryStores) {
-  std::vector<ValueExample> const examples = ValueExamplesOf(kFormatsDocument);
+  std::vector<ValueExample> const examples = ExamplesOf<ValueExample>(kFormatsDocument, "value");
   ASSERT_GE(examples.size(), 25u);
   XoTypeMgr const manager;
   for (ValueExample const& example : examples) {
@@ -136,7 +118,7 @@ TEST(ValueExamples, AreWhatTheLibraryStores) {
 
 TEST(ValueExamples, LoadAsTheValuesThatTheyAreOf) {
   XoTypeMgr const manager;
-  for (ValueExample const& example : ValueExamplesOf(kFormatsDocument)) {
+  for (ValueExample const& example : ExamplesOf<ValueExample>(kFormatsDocument, "value")) {
     SCOPED_TRACE(example.lines);
     char type = 0;
     ASSERT_EQ(manager.Name2XoTypeId(example.type.c_str(), type), 0);
