@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <atomic>
 #include <climits>
 #include <cstdint>
 #include <cstdlib>
@@ -81,7 +82,12 @@ XoBlob::XoBlob(int size) : body(AllocData(size)) {}
 XoBlob::XoBlob(void const* bytes, int size) : body(NewBody(bytes, size)) {}
 XoBlob::XoBlob(XoBlob const& source)
     : body(source.body != nullptr ? NewBody(source.body->data, source.body->size) : nullptr) {}
-XoBlob::~XoBlob() { Free(body); }
+XoBlob::~XoBlob() {
+  SetNullValue();
+  // A blob destroyed in place shows that it is null to whoever still looks at the memory, so the
+  // compiler must not take the last write for one that nobody reads.
+  std::atomic_signal_fence(std::memory_order_seq_cst);
+}
 
 XoBlob& XoBlob::operator=(XoBlob const& source) {
   if (body == source.body) return *this;

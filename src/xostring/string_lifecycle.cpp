@@ -1,3 +1,4 @@
+#include <atomic>
 #include <utility>
 
 #include "base/allocation.hpp"
@@ -125,7 +126,12 @@ XoString::XoString(unsigned short const* characters, unsigned short length)
   AssignBounded(*this, AsBytes(characters), length);
 }
 
-XoString::~XoString() { Destroy(); }
+XoString::~XoString() {
+  Destroy();
+  // A string destroyed in place shows that it is empty to whoever still looks at the memory, so the
+  // compiler must not take the last writes for ones that nobody reads.
+  std::atomic_signal_fence(std::memory_order_seq_cst);
+}
 
 // Assignment.
 

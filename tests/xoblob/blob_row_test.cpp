@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <cstring>
+
 #include "tests/base/random_test.hpp"
 #include "tests/xoblob/blob_bytes.hpp"
 
@@ -303,6 +305,14 @@ TEST(BlobObjects, AreEmptyWhenNewAndNullWhereAsked) {
   EXPECT_EQ(BlobRow().SetNull(&blob), 0);
   EXPECT_EQ(BlobRow().IsNull(&blob), 1);
   EXPECT_EQ(BlobRow().GetValue(&blob, 1, 8, kNextValue), ERR_TM_NOT_SUPPORTED);
+}
+
+TEST(BlobObjects, DestructorLeavesNullInTheMemory) {
+  alignas(XoBlob) unsigned char raw[2 * sizeof(XoBlob)];
+  BlobRow().Constructor(raw, 2, 0);
+  BlobRow().Destructor(raw, 2, 0);
+  unsigned char const zero[sizeof raw] = {};
+  EXPECT_EQ(std::memcmp(raw, zero, sizeof raw), 0);
 }
 
 TEST(BlobObjects, AssignAndCopyAllOrTheFirst) {

@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstring>
 #include <limits>
 #include <memory>
+#include <new>
 #include <type_traits>
 
 #include "tests/xostring/string_text.hpp"
@@ -384,6 +386,14 @@ TEST(StringLifecycle, DestroyZeroesAllFields) {
       EXPECT_FALSE(string.IsNullValue());
     }
   }
+}
+
+TEST(StringLifecycle, DestructorLeavesZeroInTheMemory) {
+  alignas(XoString) unsigned char memory[sizeof(XoString)];
+  auto* const string = new (memory) XoString(Wide(u"abc", kUnicode, 9));
+  string->~XoString();
+  unsigned char const zero[offsetof(XoString, language) + 1] = {};
+  EXPECT_EQ(std::memcmp(memory, zero, sizeof zero), 0);
 }
 
 TEST(StringLifecycle, DestructMovesTheText) {
