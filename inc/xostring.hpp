@@ -140,8 +140,8 @@ class XO_EXPORT XoString {
   /// changed, when the width of characters would change.
   int SetCodeSetCode(unsigned char set);
   /// Takes up to `length` characters of `source` (-1: all) converted to `set`, and its language.
-  /// The present buffer is kept where it is large enough. Returns the number of characters, or
-  /// -2002 when `source` is this string.
+  /// The present buffer is kept where it has room for that many, or for all with -1. Returns the
+  /// number of characters, or -2002 when `source` is this string.
   int CopyMapped(XoString const& source, unsigned char set, short length = -1);
 
   // The text defaults, which `XoLanguageContext` keeps.

@@ -303,9 +303,9 @@ int XoString::CopyMapped(XoString const& source, unsigned char set, short length
     ReleaseArray(std::exchange(text, nullptr));
     size = 0;
   } else {
-    // Any negative length is more than a string holds.
+    // Every negative length stands for the whole source.
     count = MapTextIntoBuffer(source.codeSet, wanted, source.text,
-                              static_cast<unsigned short>(length), text, size);
+                              static_cast<unsigned short>(length < 0 ? -1 : length), text, size);
   }
   codeSet = wanted;
   language = source.language;

@@ -97,16 +97,16 @@ unsigned MapTextToNewBuffer(unsigned char fromSet, unsigned char toSet, char con
 
 unsigned MapTextIntoBuffer(unsigned char fromSet, unsigned char toSet, char const* source,
                            unsigned short length, char*& buffer, unsigned short& bufferSize) {
-  std::size_t const most = length == 65535 ? static_cast<std::size_t>(-1) : length;
-  unsigned count = AsCount(TextLength(fromSet, source, most));
-  unsigned const bytes = BytesFor(count, toSet);
+  // A buffer has room for the length that is asked for, also where the source ends before it.
+  unsigned room = length == 65535 ? AsCount(TextLength(fromSet, source)) : length;
+  unsigned const bytes = BytesFor(room, toSet);
   if (buffer == nullptr || bufferSize < bytes) {
     char* const larger = AllocateZeroed(bytes);
     ReleaseArray(buffer);
     buffer = larger;
     bufferSize = static_cast<unsigned short>(bytes);
   }
-  unsigned const written = MapCharacters(fromSet, toSet, OrEmptyText(source), count, buffer);
+  unsigned const written = MapCharacters(fromSet, toSet, OrEmptyText(source), room, buffer);
   StoreUnit(buffer + written * UnitSize(toSet), toSet, 0);
   return written;
 }

@@ -44,8 +44,8 @@ unsigned MapTextToNewBuffer(unsigned char fromSet, unsigned char toSet, char con
                             unsigned char byteOrder = 255);
 
 /// Converts `length` characters of `source` (65535: all) into `buffer`, of `bufferSize` bytes,
-/// which is replaced when it is null or too small. Returns the number of characters written before
-/// the terminator.
+/// which is replaced when it is null or too small for that many. Returns the number of characters
+/// written before the terminator.
 unsigned MapTextIntoBuffer(unsigned char fromSet, unsigned char toSet, char const* source,
                            unsigned short length, char*& buffer, unsigned short& bufferSize);
 

@@ -245,6 +245,19 @@ TEST(CopyMapped, KeepsABufferThatIsLargeEnough) {
   EXPECT_EQ(WideTextOf(target), u"abcde");
 }
 
+TEST(CopyMapped, MakesRoomForTheLengthThatIsAsked) {
+  XoString target;
+  EXPECT_EQ(target.CopyMapped(XoString("abc"), kUnicode, 10), 3);
+  EXPECT_EQ(target.size, 22);
+  EXPECT_EQ(WideTextOf(target), u"abc");
+  // That has room for 21 characters of one byte, and a terminator; not for 22.
+  EXPECT_EQ(target.CopyMapped(XoString("de"), kLatin1, 21), 2);
+  EXPECT_EQ(target.size, 22);
+  EXPECT_EQ(target.CopyMapped(XoString("fg"), kLatin1, 22), 2);
+  EXPECT_EQ(target.size, 23);
+  EXPECT_EQ(TextOf(target), "fg");
+}
+
 TEST(CopyMapped, OfNoTextLeavesNone) {
   XoString target("abc");
   EXPECT_EQ(target.CopyMapped(XoString(), kUnicode), 0);
