@@ -22,6 +22,9 @@ constexpr NullRelation XoNullRelation(bool firstIsNull, bool secondIsNull) {
 /// `kNeitherNull`, reported through `XOLA_assert`, and gives -2.
 XO_EXPORT int XoNullOrder(NullRelation relation);
 
+/// What a null element adds to the hash of its array, and what a null text hashes to.
+inline constexpr unsigned NullElementHashConstant = 0xFEFE7575;
+
 /// A number, then a byte that is 1 when there is none; the number is 0 then. `kRow` is the row of
 /// the class, which tells apart classes of the same number.
 template <class Value, XoTypeId kRow>

@@ -256,3 +256,7 @@ XO_EXPORT XoString operator+(char const* left, XoString const& right);
 /// 0, or -2005 at the end of the list.
 XO_EXPORT int XoSplitList(XoString& list, XoString& item, XoString const& delimiter,
                           unsigned short& position);
+
+/// What null values of every type print as and read from, at first "{NULL}": the text of
+/// `XoTypeMgr::GetNullPrintString`. Written during set-up, without a lock.
+XO_EXPORT extern XoString NullPrintString;

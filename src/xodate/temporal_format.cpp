@@ -5,7 +5,7 @@
 #include "src/xodate/temporal_letters.hpp"
 #include "src/xostring/narrow_assign.hpp"
 #include "src/xostring/narrow_text.hpp"
-#include "src/xostring/null_print_string.hpp"
+#include "xostring.hpp"
 
 namespace xo {
 namespace {
@@ -183,7 +183,7 @@ bool BeginsWith(char const* text, char const* start) {
 }
 
 bool BeginsWithNull(char const* text) {
-  XoString const& null = NullPrintString();
+  XoString const& null = NullPrintString;
   if (IsWide(null.codeSet)) return BeginsWith(text, NarrowText(null).Get());
   return BeginsWith(text, OrEmptyText(null.text));
 }

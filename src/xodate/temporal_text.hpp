@@ -3,7 +3,7 @@
 #include "base/bytes.hpp"
 #include "src/xodate/temporal_format.hpp"
 #include "src/xodate/temporal_value.hpp"
-#include "src/xostring/null_print_string.hpp"
+#include "xostring.hpp"
 #include "xotimespan.hpp"
 
 /// Print and scan of the temporal classes: each widens to the record of the one formatter and
@@ -58,7 +58,7 @@ struct TemporalText<XoTimeSpan> {
 template <class Value>
 XoString& PrintValue(XoString& out, Value const& value, char const* format) {
   using Text = TemporalText<Value>;
-  if (value.IsNullValue() != 0) return out = NullPrintString();
+  if (value.IsNullValue() != 0) return out = NullPrintString;
   return PrintTemporal(out, Text::Widen(value), format != nullptr ? format : Text::kFormat);
 }
 

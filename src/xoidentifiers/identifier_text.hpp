@@ -5,7 +5,6 @@
 #include <string>
 
 #include "base/bytes.hpp"
-#include "src/xostring/null_print_string.hpp"
 #include "xostring.hpp"
 #include "xotypes.hpp"
 
@@ -61,7 +60,7 @@ template <class Identifier>
 XoString& PrintIdentifier(XoString& out, Identifier const& value,
                           IdentifierLanguage const& language, IdentifierValues const& values,
                           char const* format) {
-  if (value.IsNullValue() != 0) return out = NullPrintString();
+  if (value.IsNullValue() != 0) return out = NullPrintString;
   return out = PrintIdentifier(language, values, format).c_str();
 }
 

@@ -4,18 +4,15 @@
 
 #include "src/xoint64/int64_family.hpp"
 #include "src/xonulty/null_family.hpp"
-#include "src/xostring/null_print_string.hpp"
 #include "src/xotypes/array_walk.hpp"
 #include "src/xotypes/number_print.hpp"
 #include "src/xotypes/scalar_hash.hpp"
 #include "src/xotypes/scalar_operations.hpp"
 #include "src/xotypes/scalar_step.hpp"
+#include "xostring.hpp"
 
 /// The slots of numbers that can be null. What is not null goes the way of the plain number.
 namespace xo {
-
-/// What a null element adds to the hash of its array.
-inline constexpr o_u4b kNullElementHash = 0xFEFE7575;
 
 template <class Element, class Plain>
 struct NullOperations {
@@ -60,7 +57,7 @@ struct NullOperations {
   // The number of an element is its beginning, so that the plain row takes the element for one.
 
   static XoString& Print(XoString& out, void* values, char const* format, unsigned) {
-    if (IsNull(values) != 0) return out = NullPrintString();
+    if (IsNull(values) != 0) return out = NullPrintString;
     return NumberText<Number>::kPrint(out, values, format, 1);
   }
 
@@ -97,7 +94,7 @@ struct NullOperations {
   static void SetPresent(void* value) { StoreBytes(Advance(value, sizeof(Number)), o_u1b{0}); }
 
   static o_u4b HashOf(Element element) {
-    return element.isNull != 0 ? kNullElementHash : Fold(element.value) * kHashMultiplier;
+    return element.isNull != 0 ? NullElementHashConstant : Fold(element.value) * kHashMultiplier;
   }
 
   template <bool kNullAhead, std::size_t kStride>

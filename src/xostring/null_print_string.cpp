@@ -1,12 +1,3 @@
-#include "src/xostring/null_print_string.hpp"
+#include "xostring.hpp"
 
-namespace xo {
-namespace {
-
-XoString nullPrintString("{NULL}");
-
-}  // namespace
-
-XoString& NullPrintString() { return nullPrintString; }
-
-}  // namespace xo
+XoString NullPrintString("{NULL}");

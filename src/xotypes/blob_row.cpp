@@ -10,7 +10,6 @@
 #include "base/mem_file.hpp"
 #include "base/number_text.hpp"
 #include "base/scalar_disk.hpp"
-#include "src/xostring/null_print_string.hpp"
 #include "src/xotypes/array_walk.hpp"
 #include "src/xotypes/number_print.hpp"
 #include "src/xotypes/object_array.hpp"
@@ -197,7 +196,7 @@ int BlobOperations::SetNull(void* value) { return static_cast<XoBlob*>(value)->S
 
 XoString& BlobOperations::Print(XoString& out, void* values, char const* format, unsigned) {
   auto const& blob = *static_cast<XoBlob const*>(values);
-  if (blob.IsNullValue() != 0) return out = NullPrintString();
+  if (blob.IsNullValue() != 0) return out = NullPrintString;
   if (format == nullptr) format = kBlobFormat;
   char digits[kIntegerTextSize];
   PrintInteger(digits, std::int64_t{blob.Length()});

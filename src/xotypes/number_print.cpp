@@ -7,9 +7,9 @@
 #include "base/number_format.hpp"
 #include "base/number_text.hpp"
 #include "src/xostring/narrow_text.hpp"
-#include "src/xostring/null_print_string.hpp"
 #include "src/xotypes/narrow_assign.hpp"
 #include "xoboolean.hpp"
+#include "xostring.hpp"
 
 namespace xo {
 namespace {
@@ -127,7 +127,7 @@ void* ScanInt64(void* target, XoString& text, char const* format, unsigned) {
 
 XoString& PrintBoolean(XoString& out, void* values, char const*, unsigned) {
   auto const value = LoadBytes<XoBoolean>(values);
-  if (value.IsNullValue() != 0) return out = NullPrintString();
+  if (value.IsNullValue() != 0) return out = NullPrintString;
   return out = value.value == 1 ? "TRUE" : "FALSE";
 }
 
@@ -147,7 +147,7 @@ void* ScanBoolean(void* target, XoString& text, char const*, unsigned) {
 }
 
 bool BeginsWithNull(XoString const& text) {
-  NarrowText const null(NullPrintString());
+  NarrowText const null(NullPrintString);
   std::size_t const length = std::strlen(null.Get());
   // An empty one would be found everywhere.
   return length != 0 && std::strncmp(NarrowText(text).Get(), null.Get(), length) == 0;

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cstring>
 
-#include "src/xostring/null_print_string.hpp"
 #include "src/xostring/string_splice.hpp"
 #include "src/xostring/text_units.hpp"
 #include "xoorders.hpp"
@@ -217,7 +216,7 @@ std::string NarrowedText(XoString const& text) {
 XoString& StringPrintToXoString(XoString& out, void* values, char const* format, unsigned) {
   // A copy, as the value may be the string that is printed to.
   XoString const value(*static_cast<XoString const*>(values));
-  if (value.IsNullValue() != 0) return out = NullPrintString();
+  if (value.IsNullValue() != 0) return out = NullPrintString;
   if (value.IsEmpty() != 0) return out = value;
   if (format == nullptr) format = "";
   if (value.codeSet == kSortOrderSet) return PrintKey(out, value, format);
@@ -230,7 +229,7 @@ XoString& StringPrintToXoString(XoString& out, void* values, char const* format,
 void* StringScanFromXoString(void* target, XoString& text, char const*, unsigned) {
   if (target == nullptr) return nullptr;
   auto& value = *static_cast<XoString*>(target);
-  XoString const& null = NullPrintString();
+  XoString const& null = NullPrintString;
   if (text.Compare(null, static_cast<short>(null.Len())) == 0) {
     value.SetNullValue();
   } else {

@@ -1,11 +1,11 @@
 #include <bitset>
 #include <cstddef>
 
-#include "src/xostring/null_print_string.hpp"
 #include "src/xostring/string_splice.hpp"
 #include "src/xostring/text_units.hpp"
 #include "src/xotypes/number_print.hpp"
 #include "src/xotypes/object_array.hpp"
+#include "xostring.hpp"
 #include "xotypemgr.hpp"
 
 /// What the manager does with text: conversions, print and scan, and the nulls that rest on them.
@@ -82,7 +82,7 @@ int XoTypeMgr::SetNullValue(char type, void* value) {
   }
   if (row.Assignment == nullptr) {
     if (row.ScanFromXoString != nullptr) {
-      row.ScanFromXoString(value, NullPrintString(), row.Format, 1);
+      row.ScanFromXoString(value, NullPrintString, row.Format, 1);
     }
     return 0;
   }
@@ -126,9 +126,9 @@ void* XoTypeMgr::ScanFromXoString(char type, void* target, XoString& text, char 
   return scan(target, text, format != nullptr ? format : row.Format, count);
 }
 
-XoString const& XoTypeMgr::GetNullPrintString() { return NullPrintString(); }
+XoString const& XoTypeMgr::GetNullPrintString() { return NullPrintString; }
 
-void XoTypeMgr::SetNullPrintString(XoString const& text) { NullPrintString() = text; }
+void XoTypeMgr::SetNullPrintString(XoString const& text) { NullPrintString = text; }
 
 XoString* XoTypeMgr::ConvertToXoStringOld(void* values, char type, unsigned count) {
   XoTypeConvertData* const strings = ConvertTo(type, values, count);

@@ -193,6 +193,7 @@ void UseStrings() {
   unsigned short place = 0;
   Expect(XoSplitList(list, item, ",", place) == 0 && item == "a", "lists are split");
   Expect(XoTypeMgr::GetNullPrintString() == "{NULL}", "null has a text");
+  Expect(&XoTypeMgr::GetNullPrintString() == &NullPrintString, "which stands in one place");
   XoTypeMgr::SetNullPrintString("{NULL}");
   XoString::SetAsterisk(XoChar('*'));
   XoString::SetQuestion(XoChar('?'));

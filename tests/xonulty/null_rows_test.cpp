@@ -297,6 +297,8 @@ TYPED_TEST(NullRows, PaddingDoesNotTakePart) {
   EXPECT_EQ(this->Hash(a, 40, 8), this->Hash(b, 40, 8));
 }
 
+static_assert(NullElementHashConstant == 0xFEFE7575);
+
 TYPED_TEST(NullRows, HashIsThatOfThePlainNumbersAndAConstantForNull) {
   using Element = typename TypeParam::Element;
   for (int round = 0; round < 100; ++round) {

@@ -563,6 +563,12 @@ TEST_F(NullPrintText, IsAtFirstTheWordInBraces) {
   EXPECT_FALSE(XoTypeMgr::GetNullPrintString().IsNullValue());
 }
 
+TEST_F(NullPrintText, IsTheOneTextOfTheProcess) {
+  EXPECT_EQ(&NullPrintString, &XoTypeMgr::GetNullPrintString());
+  XoTypeMgr::SetNullPrintString("none");
+  EXPECT_EQ(TextOf(NullPrintString), "none");
+}
+
 TEST_F(NullPrintText, SettingTakesACopy) {
   XoString own = Wide(u"none", kUnicode, 9);
   XoTypeMgr::SetNullPrintString(own);
