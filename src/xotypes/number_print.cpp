@@ -148,9 +148,7 @@ void* ScanBoolean(void* target, XoString& text, char const*, unsigned) {
 
 bool BeginsWithNull(XoString const& text) {
   NarrowText const null(NullPrintString);
-  std::size_t const length = std::strlen(null.Get());
-  // An empty one would be found everywhere.
-  return length != 0 && std::strncmp(NarrowText(text).Get(), null.Get(), length) == 0;
+  return std::strncmp(NarrowText(text).Get(), null.Get(), std::strlen(null.Get())) == 0;
 }
 
 }  // namespace xo

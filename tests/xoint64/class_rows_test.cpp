@@ -406,10 +406,20 @@ TEST(NullPrintText, AWideOneIsFoundInNarrowText) {
   EXPECT_EQ(ScanOne<XoBoolean>(27, "-").value, 0);
 }
 
-TEST(NullPrintText, AnEmptyOneIsFoundInNoText) {
+// Every text begins with an empty one.
+TEST(NullPrintText, AnEmptyOneMakesEveryTextNullInEveryRow) {
   NullText const text{XoString("")};
-  EXPECT_EQ(ScanOne<XoBoolean>(27, "T").value, 1);
   EXPECT_EQ(PrintOne(27, OfByte(255)), "");
+  XoTypeMgr manager;
+  for (char const type : {XoSTRING_T, XoDATE_T, XoTIME_T, XoOBJID_T, XoCLID_T, XoREF_T, XoBLOB_T,
+                          XoDATIME_T, XoBOOLEAN_T, XoNULL_1B_T, XoNULL_INT_T, XoNULL_FLOAT_T,
+                          XoNULL_XOINT64_T, XoDATIME_N_T, XoTIMESPAN_T, XoNULL_8B_T}) {
+    void* const value = manager.Create(type, 1);
+    XoString digit("1");
+    manager.ScanFromXoString(type, value, digit, nullptr, 1);
+    EXPECT_NE(manager.IsNullValue(type, value), 0) << int{type};
+    manager.Delete(type, value, 1);
+  }
 }
 
 }  // namespace
