@@ -70,6 +70,10 @@ class XO_EXPORT WeightedText {
 
   Text operator+(Text const& other) const;
   Text& operator+=(Text const& other);
+  // The sum with plain text, which would otherwise be as good a sum of numbers.
+  Text operator+(char const* characters) const;
+  Text operator+(char character) const;
+  friend Text operator+(char const* left, Text const& right) { return Text(left) + right; }
 
   /// `count` bytes from `start` (65535, or more than there are: to the end).
   Text Copy(unsigned short start, unsigned short count = 65535) const;

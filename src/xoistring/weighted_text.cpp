@@ -259,6 +259,16 @@ Text WeightedText<Text>::operator+(Text const& other) const {
 }
 
 template <class Text>
+Text WeightedText<Text>::operator+(char const* characters) const {
+  return *this + Text(characters);
+}
+
+template <class Text>
+Text WeightedText<Text>::operator+(char character) const {
+  return *this + Text(character);
+}
+
+template <class Text>
 Text& WeightedText<Text>::operator+=(Text const& other) {
   if (other.text == nullptr) return Self();
   return Splice(Len(), other.text, other.Len(), Len());

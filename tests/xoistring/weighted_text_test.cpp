@@ -155,6 +155,10 @@ TYPED_TEST(WeightedText, ConcatenatesBytes) {
   EXPECT_EQ(Show(text + TypeParam()), "ab");
   EXPECT_EQ(Show(TypeParam() + text), "ab");
   EXPECT_EQ(Show(TypeParam() + TypeParam()), "");
+  EXPECT_EQ(Show(text + "cd"), "abcd");
+  EXPECT_EQ(Show(text + 'c'), "abc");
+  EXPECT_EQ(Show("cd" + text), "cdab");
+  EXPECT_EQ(Show(text + static_cast<char const*>(nullptr)), "ab");
   EXPECT_EQ(&(text += text), &text);
   EXPECT_EQ(Show(text), "abab");
   char const* const before = text.text;
