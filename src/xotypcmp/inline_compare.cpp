@@ -204,11 +204,19 @@ class InlineComparison {
       return UpTo(compare, Sure());
     }
     // A second text of few bytes but more weights may need what is missing of the first.
-    if (first.isOpen && UpTo(compare, first.there) == 0) {
+    if (first.isOpen && UpTo(compare, UnitsThere(compare)) == 0) {
       status = ERR_TM_LENGTH_EXCEEDED;
       return 0;
     }
     return (this->*compare)(0);
+  }
+
+  /// What is there of the first text, as `compare` counts it: in bytes or in weights.
+  std::size_t UnitsThere(Method compare) const {
+    if (compare == &InlineComparison::Raw) return first.there;
+    std::size_t count = 0;
+    for (WeightReader<Text> reader(first.bytes, first.tag); reader.Next() != 0;) ++count;
+    return count;
   }
 
   /// A comparison of at most `count`; of none where that is 0.

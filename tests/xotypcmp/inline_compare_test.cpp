@@ -85,6 +85,12 @@ TYPED_TEST(InlineCompare, TextCutWhereAnExpansionNeedsMoreIsUndecided) {
             (Answer{0, kExceeded}));
 }
 
+TYPED_TEST(InlineCompare, TextCutBehindADifferenceOfAnExpansionIsDecided) {
+  // Weights ss e against ss: the third tells, and is there.
+  EXPECT_EQ(Compared<TypeParam>(CutTo(Plain("\xDF\x65z"), 5), Plain("\xDF"), kLiteral),
+            (Answer{1, 0}));
+}
+
 TYPED_TEST(InlineCompare, CutSecondTextEndsAtItsLastByte) {
   ByteList const abc = Plain("abc");
   EXPECT_EQ(Compared<TypeParam>(abc, CutTo(abc, 5), kLiteral), (Answer{1, 0}));
