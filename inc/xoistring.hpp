@@ -65,6 +65,7 @@ class XO_EXPORT WeightedText {
   // the low half of one of 32; those stop at the greatest and least value.
   operator short() const;
   operator int() const;
+  operator long() const;
   operator long long() const;
   operator double() const;
 

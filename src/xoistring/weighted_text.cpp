@@ -223,6 +223,11 @@ WeightedText<Text>::operator int() const {
   return ReadInt32(StrGet(), IntegerBase::kDecimal);
 }
 template <class Text>
+WeightedText<Text>::operator long() const {
+  if constexpr (sizeof(long) == sizeof(int)) return static_cast<int>(*this);
+  return static_cast<long>(static_cast<long long>(*this));
+}
+template <class Text>
 WeightedText<Text>::operator long long() const {
   return ReadInt64(StrGet(), IntegerBase::kDecimal);
 }

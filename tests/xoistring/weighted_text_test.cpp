@@ -144,6 +144,8 @@ TYPED_TEST(WeightedText, NumbersReadAsDecimal) {
   EXPECT_EQ(static_cast<short>(TypeParam("65537")), 1);
   EXPECT_EQ(static_cast<short>(TypeParam("-5")), -5);
   EXPECT_EQ(static_cast<long long>(TypeParam("-9223372036854775808")), LLONG_MIN);
+  EXPECT_EQ(static_cast<long>(TypeParam("-5 ")), -5);
+  EXPECT_EQ(static_cast<long>(TypeParam("99999999999999999999")), LONG_MAX);
   EXPECT_EQ(static_cast<double>(TypeParam("2.5e2 ")), 250.0);
   EXPECT_EQ(static_cast<int>(TypeParam()), 0);
   EXPECT_EQ(static_cast<double>(TypeParam("abc")), 0.0);
