@@ -3,7 +3,7 @@
 #include <nlohmann/json.hpp>
 
 #include "tools/index_command.hpp"
-#include "tools/index_search.hpp"
+#include "tools/key_cursor.hpp"
 #include "tools/printable.hpp"
 #include "tools/row_value.hpp"
 #include "tools/standard_streams.hpp"

@@ -94,8 +94,8 @@ class Sampler {
     std::size_t const at = Below(places.size());
     Place const& place = places[at];
     ByteSpan const key(static_cast<unsigned char const*>(place.key.mv_data), place.key.mv_size);
-    Predicate predicate(index, relation, key, RecordAt(place));
-    double const estimate = predicate.Evaluate(ends).share.value_or(0);
+    auto const predicate = MakePredicate(index, relation, key, RecordAt(place));
+    double const estimate = predicate->Evaluate(ends).share.value_or(0);
     std::size_t selected = 0;
     if ((relation & kXoBoundBelow) != 0) selected += at;
     if ((relation & kXoBoundEqual) != 0) selected += 1;
@@ -109,9 +109,9 @@ class Sampler {
       std::string const text = TextOfRecord(index.Meta(), RecordAt(place));
       std::string const prefix = Prefix(text, 1 + Below(kLongestPrefix));
       if (prefix.empty() || prefix.find_first_of("*?\\") != std::string::npos) continue;
-      Predicate predicate(index, kXoBoundEqual, 0, prefix + '*', {});
-      double const estimate = predicate.Evaluate(ends).share.value_or(0);
-      return Sample{ShareOf(CountSelected(predicate)), estimate};
+      auto const predicate = MakePredicate(index, {kXoBoundEqual, 0, prefix + '*', {}});
+      double const estimate = predicate->Evaluate(ends).share.value_or(0);
+      return Sample{ShareOf(CountSelected(*predicate)), estimate};
     }
     return std::nullopt;
   }

@@ -4,7 +4,8 @@
 
 #include "tools/bound_text.hpp"
 #include "tools/index_command.hpp"
-#include "tools/predicate.hpp"
+#include "tools/index_order.hpp"
+#include "tools/index_search.hpp"
 #include "tools/predicate_text.hpp"
 #include "tools/standard_streams.hpp"
 #include "tools/trouble.hpp"
@@ -13,32 +14,29 @@
 namespace xo::tool {
 namespace {
 
-/// What a look at every key tells of a predicate.
+/// What looking at keys tells of a predicate.
 struct KeyCounts {
   std::uint64_t all = 0;
   std::uint64_t selected = 0;
-  /// Keys that a scan between the bounds comes to.
+  /// Keys that a search comes to, and lines that it finds.
   std::uint64_t visited = 0;
-  /// Keys that are selected and would not be visited, as with texts of several scripts.
-  std::uint64_t missed = 0;
+  std::uint64_t lines = 0;
 
   double Share() const {
     return all != 0 ? static_cast<double>(selected) / static_cast<double>(all) : 0.0;
   }
 };
 
-KeyCounts CountKeys(IndexReader const& index, Predicate const& predicate) {
-  bool const scansAll = predicate.ReasonToScanAll() != nullptr;
+KeyCounts CountKeys(IndexReader const& index, Predicates const& predicates) {
   KeyCounts counts;
   KeyCursor cursor(index);
   for (bool on = cursor.First(); on; on = cursor.NextKey()) {
     ++counts.all;
-    bool const isVisited = scansAll || predicate.IsBetweenBounds(cursor.Key());
-    bool const isSelected = predicate.Selects(cursor);
-    if (isVisited) ++counts.visited;
-    if (isSelected) ++counts.selected;
-    if (isSelected && !isVisited) ++counts.missed;
+    if (predicates.front()->Selects(cursor)) ++counts.selected;
   }
+  std::uint64_t const before = indexOrder.keysVisited;
+  counts.lines = SearchKeys(index, predicates, {}).found;
+  counts.visited = indexOrder.keysVisited - before;
   return counts;
 }
 
@@ -70,14 +68,10 @@ std::string AsText(IndexReader const& index, ExplainOptions const& options,
   text += fmt::format("true share   {:.4f} %: {} of {} keys\n", 100 * told.counts.Share(),
                       told.counts.selected, told.counts.all);
   char const* const reason = told.predicate.ReasonToScanAll();
-  text +=
-      reason == nullptr
-          ? fmt::format("visited      {} keys between the bounds\n", told.counts.visited)
-          : fmt::format("visited      {} keys, which is all: {}\n", told.counts.visited, reason);
-  if (told.counts.missed != 0) {
-    text += fmt::format("missed       {} keys that are selected and not between the bounds\n",
-                        told.counts.missed);
-  }
+  text += reason == nullptr ? fmt::format("visited      {} keys\n", told.counts.visited)
+                            : fmt::format("visited      {} keys, which is all: {}\n",
+                                          told.counts.visited, reason);
+  text += fmt::format("found        {} lines\n", told.counts.lines);
   return text;
 }
 
@@ -102,7 +96,7 @@ std::string AsJson(IndexReader const& index, ExplainOptions const& options,
   object["keys"] = told.counts.all;
   object["selected"] = told.counts.selected;
   object["visited"] = told.counts.visited;
-  object["missed"] = told.counts.missed;
+  object["found"] = told.counts.lines;
   object["scansAll"] = told.predicate.ReasonToScanAll() != nullptr;
   return object.dump(-1, ' ', false, nlohmann::ordered_json::error_handler_t::replace) + "\n";
 }
@@ -114,10 +108,13 @@ int ExplainPredicate(ExplainOptions const& options) {
   IndexReader const index(options.file);
   PrepareToRead(options, index);
   RequireKnownBits(index, options.cmpOp);
-  Predicate predicate(index, wanted.relation, static_cast<unsigned short>(options.cmpOp),
-                      wanted.value, options.format);
-  Evaluation const& evaluation = predicate.Evaluate(EndKeysOf(index));
-  Explanation const told{predicate, evaluation, CountKeys(index, predicate)};
+  Predicates predicates;
+  predicates.push_back(MakePredicate(
+      index,
+      {wanted.relation, static_cast<unsigned short>(options.cmpOp), wanted.value, options.format}));
+  Predicate const& predicate = *predicates.front();
+  Evaluation const evaluation = predicate.Evaluate(EndKeysOf(index));
+  Explanation const told{predicate, evaluation, CountKeys(index, predicates)};
   WriteOutput(options.json ? AsJson(index, options, told) : AsText(index, options, told));
   return kDone;
 }

@@ -39,12 +39,6 @@ int CompareIndexKeys(MDB_val const* a, MDB_val const* b) {
                                 indexOrder.format);
 }
 
-bool MatchesIndexPattern(MDB_val const& key, MDB_val const& pattern) {
-  ++indexOrder.comparisons;
-  return indexOrder.manager.Cmp(indexOrder.type, key.mv_data, pattern.mv_data, 0, 1,
-                                indexOrder.format) == 0;
-}
-
 int CompareTextKeys(MDB_val const* a, MDB_val const* b) {
   if (!IsTextKeySize(a->mv_size) || !IsTextKeySize(b->mv_size)) {
     ++indexOrder.comparisons;

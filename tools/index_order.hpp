@@ -38,9 +38,6 @@ void SetIndexOrder(char type, unsigned char format);
 /// comes before all that were if it is shorter, behind them if it is longer, and is not read.
 int CompareIndexKeys(MDB_val const* a, MDB_val const* b);
 
-/// Whether a stored key matches a stored value with wildcards.
-bool MatchesIndexPattern(MDB_val const& key, MDB_val const& pattern);
-
 /// The same for keys of text, with as many bytes of each as there are. Of keys that compare equal
 /// those come last that end where the group of their text changes: they tell less than the whole
 /// text, while the others tell all of it, so the two must not take the same place in the tree.

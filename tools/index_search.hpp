@@ -2,76 +2,27 @@
 
 #include <cstdint>
 #include <functional>
-#include <optional>
-#include <span>
+#include <memory>
 #include <vector>
 
-#include "tools/index_reader.hpp"
+#include "tools/predicate.hpp"
 
 namespace xo::tool {
 
-/// A place in an index's tree of keys. What cannot be read there, or leads round in circles, is
-/// `Trouble`.
-class KeyCursor {
- public:
-  explicit KeyCursor(IndexReader const& reader);
-
-  // Each false where there is no such place; the cursor is on none then.
-  /// To the lowest key.
-  bool First();
-  /// To the highest key, and its last line.
-  bool Last();
-  /// To the first key that is not below `key`.
-  bool Seek(MDB_val const& key);
-  /// On to the next key.
-  bool NextKey();
-  /// On to the next line of the same key. Where there is none the cursor stays.
-  bool NextLine();
-
-  /// The key, in the map of the file.
-  MDB_val const& Key() const { return key; }
-  LineNumber Line() const;
-  /// How many lines the key has.
-  std::uint64_t Lines() const;
-
-  [[noreturn]] void Damaged(char const* what) const;
-
- private:
-  bool Get(MDB_cursor_op operation);
-  bool OnKey(MDB_cursor_op operation);
-
-  IndexReader const& index;
-  LmdbCursor cursor;
-  MDB_val key{};
-  MDB_val data{};
-  // Damaged pages could lead round in circles: no more keys are passed from one seek to the next
-  // than there can be, and no more lines in all.
-  std::uint64_t keysPassed = 0;
-  std::uint64_t linesPassed = 0;
+/// What a search did.
+struct SearchOutcome {
+  std::uint64_t found = 0;
+  /// Records that were compared because a key did not decide.
+  std::uint64_t fetches = 0;
 };
 
-/// Calls `visit` for every line whose value is from `low` to `high`, both included, in the order
-/// of the values, those of one value in the order of the lines. Returns their number. For indexes
-/// whose keys are whole values, as are `low` and `high`.
-std::uint64_t VisitRange(IndexReader const& index, std::span<unsigned char const> low,
-                         std::span<unsigned char const> high,
+using Predicates = std::vector<std::unique_ptr<Predicate>>;
+
+/// Looks for the lines that satisfy all of the predicates, of which no more than one has a bound at
+/// either end: each key between the bounds is asked, and where that does not decide, the record of
+/// each line. `visit` is called for every line that is found, in the order of the keys, those of
+/// one key in the order of the lines; without it they are only counted.
+SearchOutcome SearchKeys(IndexReader const& index, Predicates const& predicates,
                          std::function<void(LineNumber)> const& visit);
-
-/// Only the number of these lines, which takes one step for each value.
-std::uint64_t CountRange(IndexReader const& index, std::span<unsigned char const> low,
-                         std::span<unsigned char const> high);
-
-/// Keys to scan between; what is not there is no limit.
-struct KeyLimits {
-  std::optional<std::vector<unsigned char>> low;
-  std::optional<std::vector<unsigned char>> high;
-};
-
-/// Calls `visit` for every line whose value matches a stored one with wildcards, in the order of
-/// `VisitRange`, or only counts them. Returns their number. Every key inside the limits is
-/// compared.
-std::uint64_t VisitMatching(IndexReader const& index, std::span<unsigned char const> pattern,
-                            KeyLimits const& limits, bool countsOnly,
-                            std::function<void(LineNumber)> const& visit);
 
 }  // namespace xo::tool

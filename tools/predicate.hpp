@@ -1,12 +1,13 @@
 #pragma once
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <xotypemgr.hpp>
 
-#include "tools/index_search.hpp"
+#include "tools/key_cursor.hpp"
+#include "tools/key_scan.hpp"
 #include "tools/text_form.hpp"
-#include "tools/text_key.hpp"
 
 namespace xo::tool {
 
@@ -30,56 +31,77 @@ struct Evaluation {
   std::optional<Bytes> high;
 };
 
+/// What a key tells of its lines.
+enum class Answer {
+  kYes,
+  kNo,
+  kAskRecords,  ///< it is cut, and each line's whole record has to be asked
+};
+
+/// A predicate as a user words it.
+struct Condition {
+  /// Made of `kXoBoundEqual` and its kind.
+  unsigned short relation;
+  /// Bits by which texts are compared, or without wildcards dates and times.
+  unsigned short cmpOp;
+  std::string value;
+  /// Of all but text: how the row of the type reads the value, empty for the usual format.
+  std::string format;
+  /// Whether the value may have wildcards.
+  bool takesPatterns = true;
+};
+
 /// A relation of the keys of one index to a value.
 class Predicate {
  public:
-  // `relation` is made of `kXoBoundEqual` and its kind. `cmpOp` are the bits by which texts are
-  // compared, or without wildcards dates and times. What is no value of the index is `Trouble`.
-  /// Takes the value from a text, which under `format` stands for one that is no text.
-  Predicate(IndexReader const& index, unsigned short relation, unsigned short cmpOp,
-            std::string const& text, std::string const& format);
-  /// Takes a key of the index as the value, of text with the record of one of its lines.
-  Predicate(IndexReader const& index, unsigned short relation, ByteSpan key, ByteSpan record);
+  virtual ~Predicate() = default;
+  Predicate(Predicate const&) = delete;
+  Predicate& operator=(Predicate const&) = delete;
 
-  Evaluation const& Evaluate(std::optional<EndKeys> const& ends);
+  /// Bounds and, with the ends of the index, the estimated share.
+  Evaluation Evaluate(std::optional<EndKeys> const& ends) const;
 
-  /// Whether the present key satisfies the predicate; of one that is cut, a text of its lines. The
-  /// cursor may move on among the lines.
+  /// The keys between which all are that satisfy the predicate, by the bounds of its evaluation.
+  ScanLimits LimitsOf(Evaluation const& evaluation) const;
+
+  /// Why bounds do not hold all of these, so that all keys are looked at, or null.
+  virtual char const* ReasonToScanAll() const { return nullptr; }
+
+  virtual Answer Ask(MDB_val const& key) const = 0;
+  /// Of text: whether a whole record satisfies the predicate.
+  virtual bool SelectsRecord(ByteSpan record) const = 0;
+
+  /// Whether one of the lines of the present key satisfies the predicate. The cursor may move on
+  /// among the lines.
   bool Selects(KeyCursor& cursor) const;
 
-  /// Whether a key is inside the bounds of the evaluation. Where a comparison with a bound is not
-  /// settled, as keys may be cut, it is, unless a letter that is there says otherwise.
-  bool IsBetweenBounds(MDB_val const& key) const;
+ protected:
+  Predicate(IndexReader const& reader, unsigned short wantedRelation, unsigned short wantedCmpOp);
 
-  /// Why a key may satisfy the predicate and not be between its bounds, or null where none can.
-  /// Then all keys are to be looked at.
-  char const* ReasonToScanAll() const;
+  /// What is evaluated: a stored value, or an index key of text, with bits of a comparison.
+  struct Evaluated {
+    Bytes value;
+    unsigned short cmpOp;
+  };
+  virtual Evaluated ToEvaluate() const = 0;
+  /// The same as `LimitsOf` where there is no reason to scan all.
+  virtual ScanLimits LimitsOfBounds(Evaluation const& evaluation) const = 0;
 
- private:
-  void MakeTextValue();
-  bool IsString() const { return shape.HasText() && !shape.IsWeighted(); }
-  Letters LettersOfBound(std::optional<Bytes> const& bound) const;
-  bool IsPast(MDB_val const& key, Bytes const& bound, Letters const& letters, int side) const;
+  /// Whether a key or record is selected that has this order to the value.
   bool Relates(int order) const;
-  bool SelectsText(KeyCursor& cursor) const;
-  char const* ReasonOfStrings() const;
-  char const* ReasonOfWeightedTexts() const;
-  char const* ReasonOfDates() const;
 
   IndexReader const& index;
   IndexShape const& shape;
-  unsigned short relation;
-  unsigned short cmpOp;
-  bool isPattern = false;
-  /// The stored value; of text its record.
-  Bytes value;
-  /// Of text, its key, with room for all of it.
-  Bytes wholeKey;
-  Evaluation evaluation;
-  // Of strings, the letters of the bounds.
-  Letters lowLetters;
-  Letters highLetters;
+  unsigned short const relation;
+  unsigned short const cmpOp;
 };
+
+/// What is no value of the index is `Trouble`.
+std::unique_ptr<Predicate> MakePredicate(IndexReader const& index, Condition const& condition);
+
+/// Takes a key of the index as the value, of text with the record of one of its lines.
+std::unique_ptr<Predicate> MakePredicate(IndexReader const& index, unsigned short relation,
+                                         ByteSpan key, ByteSpan record);
 
 /// The bits that comparisons of an index's values look at. Others are `Trouble`.
 void RequireKnownBits(IndexReader const& index, unsigned cmpOp);

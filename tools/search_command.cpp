@@ -6,30 +6,11 @@
 #include "tools/index_command.hpp"
 #include "tools/index_order.hpp"
 #include "tools/index_search.hpp"
-#include "tools/predicate.hpp"
-#include "tools/printable.hpp"
 #include "tools/standard_streams.hpp"
-#include "tools/text_decoder.hpp"
-#include "tools/text_search.hpp"
 #include "tools/trouble.hpp"
-#include "tools/type_names.hpp"
-#include "tools/value_codec.hpp"
-#include "tools/weighted_search.hpp"
 
 namespace xo::tool {
 namespace {
-
-/// A value of the command line, stored.
-struct StoredArgument {
-  Bytes bytes;
-  bool isPattern;
-};
-
-StoredArgument StoreArgument(ValueCodec& codec, std::string const& text) {
-  auto const value = codec.Store(text);
-  if (!value) throw Trouble(codec.Complaint(text));
-  return {{value->key.begin(), value->key.end()}, value->isPattern};
-}
 
 std::string JsonLine(LineNumber line, std::string_view text) {
   nlohmann::ordered_json object;
@@ -57,55 +38,21 @@ std::string ReadableTime(std::chrono::steady_clock::duration duration) {
   return fmt::format("{:.2f} seconds", microseconds / 1e6);
 }
 
-/// What a search did.
-struct Outcome {
-  std::uint64_t found = 0;
-  /// Records compared because a key did not decide; nothing where keys always do.
-  std::optional<std::uint64_t> fetches;
-};
-
-/// The keys between which all are that are equal to the value, or match it.
-KeyLimits LimitsOf(IndexReader const& index, SearchOptions const& options) {
-  Predicate predicate(index, kXoBoundEqual, static_cast<unsigned short>(options.cmpOp),
-                      ValueOf(options.low), options.format);
-  Evaluation const& evaluation = predicate.Evaluate({});
-  if (predicate.ReasonToScanAll() != nullptr) return {};
-  return {evaluation.low, evaluation.high};
-}
-
-Outcome SearchFixed(IndexReader const& index, SearchOptions const& options,
-                    std::function<void(LineNumber)> const& visit) {
-  auto const codec = MakeCodec(index.Meta(), {options.format, !options.high});
-  StoredArgument const low = StoreArgument(*codec, ValueOf(options.low));
-  if (low.isPattern && (options.cmpOp & kCmpNoWildcards) == 0 && !options.high) {
-    return {VisitMatching(index, low.bytes, LimitsOf(index, options), options.count, visit), {}};
-  }
-  StoredArgument const high = options.high ? StoreArgument(*codec, ValueOf(*options.high)) : low;
-  return {options.count ? CountRange(index, low.bytes, high.bytes)
-                        : VisitRange(index, low.bytes, high.bytes, visit),
-          {}};
-}
-
-std::unique_ptr<RecordSearch> SearchOf(IndexReader const& index,
-                                       std::function<void(LineNumber)> const& visit) {
-  if (index.Meta().IsWeighted()) return std::make_unique<WeightedSearch>(index, visit);
-  return std::make_unique<TextSearch>(index, visit);
-}
-
-Outcome SearchText(IndexReader const& index, SearchOptions const& options,
-                   std::function<void(LineNumber)> const& visit) {
-  IndexMeta const& meta = index.Meta();
-  XoCodeSet const& set = *XoLanguageContext::QueryCodeSet(meta.codeSet);
-  XoString const low = DecodeArgument(ValueOf(options.low), set, meta.language);
-  auto const search = SearchOf(index, visit);
-  Outcome outcome;
+/// What `find` and `range` look for.
+Predicates PredicatesOf(IndexReader const& index, SearchOptions const& options) {
+  auto const cmpOp = static_cast<unsigned short>(options.cmpOp);
+  Predicates predicates;
+  auto const add = [&](unsigned short relation, unsigned short bits, std::string const& value) {
+    Condition const condition{relation, bits, ValueOf(value), options.format, !options.high};
+    predicates.push_back(MakePredicate(index, condition));
+  };
   if (options.high) {
-    outcome.found = search->Range(low, DecodeArgument(ValueOf(*options.high), set, meta.language));
+    add(kXoBoundEqual | kXoBoundAbove, kCmpNoWildcards, options.low);
+    add(kXoBoundEqual | kXoBoundBelow, kCmpNoWildcards, *options.high);
   } else {
-    outcome.found = search->Find(low, static_cast<unsigned short>(options.cmpOp));
+    add(kXoBoundEqual, cmpOp, options.low);
   }
-  outcome.fetches = search->Fetches();
-  return outcome;
+  return predicates;
 }
 
 }  // namespace
@@ -113,21 +60,14 @@ Outcome SearchText(IndexReader const& index, SearchOptions const& options,
 int SearchIndex(SearchOptions const& options) {
   IndexReader const index(options.file);
   PrepareToRead(options, index);
-  bool const isText = index.Meta().HasText();
   RequireKnownBits(index, options.cmpOp);
-  if (isText && !options.format.empty()) {
-    throw Trouble(
-        fmt::format("{} holds text, which stands for itself: it has no format", index.Name()));
-  }
 
   std::uint64_t const comparisonsBefore = indexOrder.comparisons;
   std::uint64_t const keysBefore = indexOrder.keysVisited;
   auto const start = std::chrono::steady_clock::now();
-  auto const visit = [&](LineNumber line) {
-    if (!options.count) PrintLine(index, options, line);
-  };
-  Outcome const outcome =
-      isText ? SearchText(index, options, visit) : SearchFixed(index, options, visit);
+  std::function<void(LineNumber)> print;
+  if (!options.count) print = [&](LineNumber line) { PrintLine(index, options, line); };
+  SearchOutcome const outcome = SearchKeys(index, PredicatesOf(index, options), print);
   auto const time = std::chrono::steady_clock::now() - start;
 
   std::uint64_t const found = outcome.found;
@@ -137,7 +77,7 @@ int SearchIndex(SearchOptions const& options) {
   }
   if (options.stats) {
     std::string const fetches =
-        outcome.fetches ? fmt::format(", values fetched: {}", *outcome.fetches) : std::string();
+        index.Meta().HasText() ? fmt::format(", values fetched: {}", outcome.fetches) : "";
     WriteMessage(fmt::format("lines found: {}, keys visited: {}, comparisons: {}{}, time: {}",
                              found, indexOrder.keysVisited - keysBefore,
                              indexOrder.comparisons - comparisonsBefore, fetches,

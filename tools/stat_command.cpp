@@ -4,7 +4,7 @@
 
 #include "tools/index_command.hpp"
 #include "tools/index_reader.hpp"
-#include "tools/index_search.hpp"
+#include "tools/key_cursor.hpp"
 #include "tools/standard_streams.hpp"
 #include "tools/text_key.hpp"
 #include "tools/trouble.hpp"

@@ -69,6 +69,10 @@ unsigned short TextKey::Order(std::size_t index) const {
   return UnitAt(bytes + kKeyHeader + 2 * index, bigEndian);
 }
 
+bool TextKey::IsSignificant(std::size_t index) const {
+  return tool::IsSignificant(Order(index), Group());
+}
+
 bool TextKey::IsDamaged() const {
   return CodeSet() != kSortOrders || length < kKeyHeader || length % 2 != 0 || size % 2 != 0 ||
          length + 2 < size || length > size;
@@ -96,7 +100,7 @@ Letters LettersOf(TextKey const& key, bool isPattern, std::vector<unsigned short
   for (std::size_t index = 0; index < key.Orders(); ++index) {
     unsigned short const order = key.Order(index);
     if (order == 0) break;
-    if (isPattern && (order == AsteriskOrder() || order == QuestionOrder())) break;
+    if (isPattern && IsWildcardOrder(order)) break;
     if (!IsSignificant(order, key.Group())) continue;
     letters.push_back(LetterOf(order, key.Group()));
     orders.push_back(LeastOrder(order, key.Group()));
@@ -104,17 +108,29 @@ Letters LettersOf(TextKey const& key, bool isPattern, std::vector<unsigned short
   return letters;
 }
 
+bool IsWildcardOrder(unsigned short order) {
+  return order == AsteriskOrder() || order == QuestionOrder();
+}
+
+void CloseKey(std::vector<unsigned char>& key, unsigned char format) {
+  PutUnit(key.data(), key.size(), IsBigEndian(format));
+  key.insert(key.end(), {0, 0xFF});
+}
+
+void SetEndsAtGroup(std::vector<unsigned char>& key, bool ends) {
+  unsigned char& group = key[kKeyGroupAt];
+  group = static_cast<unsigned char>((group & ~kKeyEndsAtGroup) | (ends ? kKeyEndsAtGroup : 0));
+}
+
 std::vector<unsigned char> LeastKey(std::vector<unsigned short> const& orders, std::size_t count,
                                     unsigned char group, unsigned char format) {
-  bool const bigEndian = IsBigEndian(format);
-  std::vector<unsigned char> key(kKeyHeader + 2 * count + kKeyClosing);
-  PutUnit(key.data(), key.size() - 2, bigEndian);
+  std::vector<unsigned char> key(kKeyHeader + 2 * count);
   key[2] = kSortOrders;
   key[kKeyGroupAt] = group;
   for (std::size_t index = 0; index < count; ++index) {
-    PutUnit(key.data() + kKeyHeader + 2 * index, orders[index], bigEndian);
+    PutUnit(key.data() + kKeyHeader + 2 * index, orders[index], IsBigEndian(format));
   }
-  key.back() = 0xFF;
+  CloseKey(key, format);
   return key;
 }
 

@@ -48,6 +48,8 @@ class TextKey {
   /// The orders that are there.
   std::size_t Orders() const { return orders; }
   unsigned short Order(std::size_t index) const;
+  /// Whether an order ranks with the letters.
+  bool IsSignificant(std::size_t index) const;
   /// Whether the length field says less than there is, or the field of the code set no key.
   bool IsDamaged() const;
 
@@ -79,6 +81,15 @@ LetterRelation CompareLetters(TextKey const& key, Letters const& wanted, std::si
 /// least order that each may have had, in the order of the tree: without accent and in the case
 /// that comes first.
 Letters LettersOf(TextKey const& key, bool isPattern, std::vector<unsigned short>& orders);
+
+/// Whether an order is that of a wildcard.
+bool IsWildcardOrder(unsigned short order);
+
+/// Makes a header with some orders behind it a whole key.
+void CloseKey(std::vector<unsigned char>& key, unsigned char format);
+
+/// Sets or takes away the mark of a key that ends where the group of its text changes.
+void SetEndsAtGroup(std::vector<unsigned char>& key, bool ends);
 
 /// The whole key of `count` of the orders that `LettersOf` gave: there is no lower one with these
 /// letters.
