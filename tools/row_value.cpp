@@ -301,10 +301,19 @@ RowValue::RowValue(char valueType, XoCodeSet const& codeSet)
 
 RowValue::~RowValue() { XoTypeMgr{}.Delete(type, value, 1); }
 
+std::optional<std::string> RowValue::OwnFormat(char const* format) const {
+  if (format == nullptr) return std::nullopt;
+  if (!HasCharacters(type)) return format;
+  XoString const own = DecodeArgument(format, set, 0);
+  char const* const bytes = own.StrGet();
+  return bytes != nullptr ? bytes : "";
+}
+
 void RowValue::Scan(std::string_view text, char const* format) {
   std::string const bytes(text);
   XoString string = HasCharacters(type) ? DecodeArgument(bytes, set, 0) : XoString(bytes.c_str());
-  XoTypeMgr{}.ScanFromXoString(type, value, string, format, 1);
+  auto const own = OwnFormat(format);
+  XoTypeMgr{}.ScanFromXoString(type, value, string, own ? own->c_str() : nullptr, 1);
 }
 
 void RowValue::Fill(int byte) {
@@ -360,7 +369,8 @@ bool RowValue::ScanWhole(std::string_view text, char const* format) {
 
 std::string RowValue::Print(char const* format) const {
   XoString out;
-  XoTypeMgr{}.PrintToXoString(type, out, value, format, 1);
+  auto const own = OwnFormat(format);
+  XoTypeMgr{}.PrintToXoString(type, out, value, own ? own->c_str() : nullptr, 1);
   if (!HasCharacters(type)) {
     char const* const bytes = out.StrGet();
     return bytes != nullptr ? bytes : "";

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -17,8 +18,8 @@ class RowValue {
  public:
   /// A new value. A type without operations is `Trouble`. `codeSet`, which must stay, is that of
   /// text on its way in and out; it has to be one of 8 bits. Only texts and bytes have characters
-  /// of it: what other values have around their numbers and names is taken and printed as it
-  /// stands.
+  /// of it, in their formats too: what other values have around their numbers and names is taken
+  /// and printed as it stands.
   explicit RowValue(char valueType, XoCodeSet const& codeSet = UsualCodeSet());
   /// Takes a value that an operation of the manager gave.
   RowValue(char valueType, void* given, XoCodeSet const& codeSet)
@@ -34,8 +35,10 @@ class RowValue {
     return *static_cast<Value const*>(value);
   }
 
-  /// Reads the value from text in UTF-8 under `format`, null for the row's own. Text that no string
-  /// holds is `Trouble`.
+  // Formats are in UTF-8, or null for the row's own. One that the code set cannot hold is
+  // `Trouble`.
+
+  /// Reads the value from text in UTF-8. Text that no string holds is `Trouble`.
   void Scan(std::string_view text, char const* format);
   /// Reads the value and tells whether all of the text was read, for no scan reports it.
   ///
@@ -46,7 +49,7 @@ class RowValue {
   /// number of an object.
   bool ScanWhole(std::string_view text, char const* format);
 
-  /// The value in UTF-8 under `format`, null for the row's own.
+  /// The value in UTF-8.
   std::string Print(char const* format) const;
   bool IsNull() const;
   /// The value in disk form, and the way back; a form that is cut short reads as if zeroes
@@ -57,6 +60,8 @@ class RowValue {
   void Fill(int byte);
 
  private:
+  /// A format as the row takes it: what it has of characters is in the code set of the value's.
+  std::optional<std::string> OwnFormat(char const* format) const;
   /// Reads a number and tells whether it is at once clear that all was read: the number is what
   /// stands there, so that nothing of it was there before.
   bool ScanPlain(std::string_view text, char const* format);

@@ -109,7 +109,18 @@ class Print(ValueTest):
                          ["5 €"])
         self.assertEqual(self.output("print", "XoDate", "%d Ж", "--scan-format", "%Y-%m-%d €",
                                      "2021-04-05 €"), ["05 Ж"])
+        # Of texts and bytes both are in one code set, which is not that of the terminal.
+        self.assertEqual(self.output("print", "XoString", "€%sß", "ä"), ["€äß"])
+        self.assertEqual(self.output("print", "XoString", "Ж%s", "д", "--code-set", "ISO-8859-5"),
+                         ["Жд"])
+        self.assertEqual(self.output("print", "XoIString", "»%s«", "ä"), ["»ä«"])
+        self.assertEqual(self.output("print", "o_char", "§%c", "--scan-format", "§%c", "§A"), ["§A"])
+        self.assertEqual(self.output("print", "o_u1b", "§%d", "A"), ["§65"])
+        self.assertEqual(self.output("print", "XoBlob", "Länge %L", "ab"), ["Länge 2"])
+        self.assertEqual(self.output("convert", "--from", "o_4b", "--to", "XoString", "--format",
+                                     "№ %s", "--code-set", "ISO-8859-5", "5"), ["№ 5"])
         self.assertEqual(self.output("print", "o_u4b", "%lu", "--", "-0"), ["0"])
+        self.assert_trouble(self.run_tool("print", "XoString", "漢%s", "a"), "windows-1252 lacks U+6F22")
         self.assert_bad("o_4b", "5", "'5'", scan_format="%d kg")
         self.assert_bad("o_4b", "-1", "'-1'", scan_format="%lx")
 
