@@ -21,8 +21,8 @@ RELATIONS = {
 FLAGS = ("ignore-case", "ignore-accents", "skip-spaces", "skip-symbols")
 # Case twins, accents, letters that sort as two, spaces, symbols, digits, and other scripts.
 PIECES = ["a", "A", "á", "Á", "b", "c", "ch", "e", "é", "ß", "ss", "ö", " ", "  ", "-", "'", "_", "1",
-          "10", "α", "Α", "б", "漢", "\u3001", "か", "한", "\ufffd", "\uffff"]
-SETTINGS = (("253", "0"), ("253", "cs"), ("253", "sv"), ("253", "de"), ("253", "fr"))
+          "10", "α", "Α", "б", "漢", "\u3001", "か", "한", "\ufffd", "\uffff", "⒜", "℃", "ﬁ", "\u00ad", "\u0301"]
+SETTINGS = (("253", "0"), ("253", "cs"), ("253", "sv"), ("253", "de"), ("253", "el"), ("253", "ru"))
 NASTY = ["", " ", "  ", "-", "--", "'", "- -", "a-b", "a b", "ab", "AB", "Ab", "aB", "a-", "a--", "a---bcd",
          "abc", "α", " α", "- α", "aα", "Aα", "a-α", "a α", "aαb", "-aα", "、", "、a", "a、b", "漢", "漢a",
          "a漢", "1", "1α", "ß", "ss", "SS"]
@@ -151,6 +151,20 @@ class Strings(SearchTest):
         self.assertLessEqual(self.visited("range", "i", "bcdaa", "bcddd"), 16 + 1 + 5)
         told = self.explain("= bcd*")
         self.assertEqual((told["visited"], told["found"]), (17, 16))
+
+    @unittest.skipIf(IS_SANITIZED, "a sanitized tool takes its time for so many words")
+    def test_ABeginningOfRealWordsVisitsLittleMoreThanItFinds(self):
+        if not os.path.exists(WORDS):
+            self.skipTest("there is no list of words")
+        result = self.index("create", "i", "--type", "XoString", "--language", "de", "--input", WORDS)
+        self.assertEqual((result.returncode, result.stderr), (DONE, b""))
+        depth = json.loads(self.index("stat", "i", "--json").stdout)["keys"]["depth"]
+        for beginning in ("stra", "ab", "über", "fluss"):
+            told = self.explain(f"= {beginning}*", "--ignore-case", "--ignore-accents")
+            self.assertGreater(told["found"], 50)
+            self.assertLessEqual(told["visited"], 1.2 * told["selected"] + depth)
+        told = self.explain("= stra*", "--ignore-case")
+        self.assertLessEqual(told["visited"], 1.2 * told["selected"] + depth)
 
     def test_ALookUpOfALongTextIsOneSeekToo(self):
         words = ["a" * 40 + letter for letter in "abcdefgh"] + ["b" * number for number in range(1, 60)]

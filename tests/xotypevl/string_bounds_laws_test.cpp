@@ -406,6 +406,29 @@ TEST_F(StringBoundsLaws, TextsOfAllScriptsAreFoundBetweenTheBounds) {
   EXPECT_GT(inside, 800u);
 }
 
+TEST(StringBounds, AKeyCutBehindSymbolsMayBeSelectedAndStandBelowTheBound) {
+  // Four orders are left of the key. The bound is whole and has three, which counts as settled.
+  StoredBytes const text = Key(TextOrders("a---bcd"));
+  StoredBytes const cut = CutTo(text, 12);
+  Evaluation const result = Evaluate({Key(TextOrders("abc")), kAbove});
+  Question const inOrder{kKeyLittle, kLiteral};
+  EXPECT_EQ(Compare(text, *result.low, inOrder), (Answer{1, 0}));
+  EXPECT_EQ(Compare(cut, *result.low, inOrder), (Answer{-1, 0}));
+}
+
+TEST(StringBounds, KeysThatAreNotSettledAreNoStretchOfTheOrder) {
+  // What is cut at its script is open to any bound, wherever it stands.
+  StoredBytes first = Key(TextOrders("a"));
+  StoredBytes last = Key(TextOrders("x"));
+  first[3] |= 0x80;
+  last[3] |= 0x80;
+  Evaluation const result = Evaluate({Key(TextOrders("m")), kEqual});
+  Question const inOrder{kKeyLittle, kLiteral};
+  EXPECT_EQ(Compare(first, *result.low, inOrder), (Answer{-1, kFirstCut}));
+  EXPECT_EQ(Compare(Key(TextOrders("b")), *result.low, inOrder), (Answer{-1, 0}));
+  EXPECT_EQ(Compare(last, *result.high, inOrder), (Answer{1, kFirstCut}));
+}
+
 TEST_F(StringBoundsLaws, AnyRecordsGiveANumberAndBoundsOfTheirLengths) {
   QuietAssertions const quiet;
   constexpr unsigned char kOften[] = {0, '@', 'p', '*', 255};
