@@ -42,7 +42,6 @@ class KeyScan {
   }
 
   bool SeekLetters(LetterLimit const& low, std::size_t count) {
-    // There may be keys of other groups below the first letter.
     if (count == 0) return cursor.First();
     return Seek(LeastKey(low.orders, count, low.group, shape.format));
   }

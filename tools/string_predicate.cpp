@@ -7,7 +7,8 @@ namespace {
 
 /// Room for the key of a value. One that fills it counts as not whole.
 constexpr std::size_t kValueKeyRoom = 4096;
-/// Longer keys make bounds that are cut.
+/// Longer keys make bounds that are cut. Several keys may be equal to one that is cut shorter than
+/// they are, and a seek may come to any of these.
 constexpr std::size_t kLongestWholeBound = 254;
 /// Closes the upper bound of a pattern. It stands for every order, those above it included.
 constexpr unsigned short kHighestOrder = 0xFFFE;
