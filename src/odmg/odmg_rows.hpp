@@ -25,10 +25,9 @@ struct OdmgTimeFields {
 
 // Hash.
 
-// As of the plain dates: of the bytes as they lie, in every form.
-
-inline o_u4b FoldOdmgDate(void const* date, unsigned char) {
-  return FoldOf(LoadValue<XoDate>(date));
+/// As of the plain dates, but of the value: a stored date hashes as it does in memory.
+inline o_u4b FoldOdmgDate(void const* date, unsigned char nibble) {
+  return FoldOf(DateLayout::Decode(date, nibble));
 }
 
 /// The bytes as two numbers of 24 bits.
@@ -37,8 +36,9 @@ inline o_u4b FoldOdmgTime(void const* time, unsigned char) {
   return FoldFields(bytes[0], bytes[1], bytes[2]) ^ FoldFields(bytes[3], bytes[4], bytes[5]);
 }
 
-inline o_u4b FoldOdmgTimestamp(void const* stamp, unsigned char form) {
-  return FoldOdmgDate(stamp, form) ^ FoldOdmgTime(Advance(stamp, OdmgDateLayout::kDiskWidth), form);
+inline o_u4b FoldOdmgTimestamp(void const* stamp, unsigned char nibble) {
+  return FoldOdmgDate(stamp, nibble) ^
+         FoldOdmgTime(Advance(stamp, OdmgDateLayout::kDiskWidth), nibble);
 }
 
 // Step. By the fields, as the arithmetic of the classes would round the hundredths away.

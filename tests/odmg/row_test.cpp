@@ -176,16 +176,19 @@ unsigned HashOf(int id, ByteList data, unsigned char format, unsigned count = 1,
   return hash;
 }
 
-TEST(OdmgHash, FoldsTheBytesAsTheyLie) {
+TEST(OdmgHash, FoldsTheValueInEveryForm) {
   constexpr unsigned kFactor = 1103515245u;
   unsigned const date = (2021u << 16) + (4u << 8) + 15u;
   EXPECT_EQ(HashOf(D_DATE_T, {0xE5, 0x07, 4, 15}, 8), date * kFactor);
-  EXPECT_EQ(HashOf(D_DATE_T, {0xE5, 0x07, 4, 15}, 2), date * kFactor);
+  EXPECT_EQ(HashOf(D_DATE_T, {0xE5, 0x07, 4, 15}, 1), date * kFactor);
+  EXPECT_EQ(HashOf(D_DATE_T, {0x07, 0xE5, 4, 15}, 2), date * kFactor);
   // Month and day count as signed.
   EXPECT_EQ(HashOf(D_DATE_T, {0, 0, 0xFF, 0xFF}, 1), (0u - 256u - 1u) * kFactor);
   unsigned const time = 0xFF0203u ^ 0x04FE06u;
   EXPECT_EQ(HashOf(D_TIME_T, {0xFF, 2, 3, 4, 0xFE, 6}, 8), time * kFactor);
   EXPECT_EQ(HashOf(D_TIMESTAMP_T, {0xE5, 7, 4, 15, 0xFF, 2, 3, 4, 0xFE, 6}, 1),
+            (date ^ time) * kFactor);
+  EXPECT_EQ(HashOf(D_TIMESTAMP_T, {7, 0xE5, 4, 15, 0xFF, 2, 3, 4, 0xFE, 6}, 2),
             (date ^ time) * kFactor);
   EXPECT_EQ(HashOf(D_INTERVAL_T, {0, 0, 0x80, 0x3F}, 8), 0x3F800000u * kFactor);
   EXPECT_EQ(HashOf(D_INTERVAL_T, {0x3F, 0x80, 0, 0}, 2), 0x3F800000u * kFactor);

@@ -192,8 +192,6 @@ class RowWalk : public RandomTest {
       return {{XoSEAL_T, "reads the words, whose bytes are always swapped, as they lie"}};
     }
     return {{XoDATE_T, "reads the year as it lies"},
-            {D_DATE_T, "reads the year as it lies"},
-            {D_TIMESTAMP_T, "reads the year as it lies"},
             {XoBOOLEAN_T, "extends the byte by its sign only where it is read as it lies"}};
   }
 
