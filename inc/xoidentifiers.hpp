@@ -12,8 +12,9 @@ class XoString;
 /// under a format, in which a field stands as '%' and its letter: %C class number, %V version, %B
 /// block, %L low, %H high, %D database. "%%" is a percent sign. The older form of a format, with
 /// "%hu" and "%lu" for the fields by their place, still prints; see the scans about reading it. A
-/// null value prints as the null print string, and text that begins with that reads as null. A scan
-/// never fails: numbers that do not parse are 0, and what is missing or too much does not matter.
+/// null value prints as the null print string, and text that begins with that reads as null. Text
+/// stops at 2559 characters. A scan never fails: numbers that do not parse are 0, and what is
+/// missing or too much does not matter.
 
 class XoRef;
 

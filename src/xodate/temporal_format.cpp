@@ -5,6 +5,7 @@
 #include "src/xodate/temporal_letters.hpp"
 #include "src/xostring/narrow_assign.hpp"
 #include "src/xostring/narrow_text.hpp"
+#include "src/xotypes/print_limit.hpp"
 #include "xostring.hpp"
 
 namespace xo {
@@ -71,9 +72,6 @@ class FormatWalker {
   char const* resume = nullptr;
   bool isGroupOpen = false;
 };
-
-/// The longest text that is printed; what does not fit is left out.
-constexpr unsigned kMostCharacters = 2559;
 
 /// Room for one field more, so that only the end of each step looks at the limit.
 using PrintBuffer = char[kMostCharacters + kMostFieldText];

@@ -4,6 +4,7 @@
 
 #include "src/xostring/narrow_text.hpp"
 #include "src/xotypes/number_print.hpp"
+#include "src/xotypes/print_limit.hpp"
 
 namespace xo {
 
@@ -124,8 +125,7 @@ std::string PrintIdentifier(IdentifierLanguage const& language, IdentifierValues
                             char const* format) {
   std::string text;
   unsigned position = 0;
-  // More than a string holds need not be written out.
-  for (; *format != 0 && text.size() <= XoString::kMaxSize; ++format) {
+  for (; *format != 0 && text.size() < kMostCharacters; ++format) {
     if (*format != '%') {
       text += *format;
       continue;
@@ -142,6 +142,7 @@ std::string PrintIdentifier(IdentifierLanguage const& language, IdentifierValues
       text += letter;
     }
   }
+  if (text.size() > kMostCharacters) text.resize(kMostCharacters);
   return text;
 }
 

@@ -42,7 +42,7 @@ struct IdentifierLanguage {
 inline constexpr unsigned kMostFields = 6;
 using IdentifierValues = std::uint32_t[kMostFields];
 
-/// The values of the fields under a format.
+/// The values of the fields under a format, as far as `kMostCharacters`.
 std::string PrintIdentifier(IdentifierLanguage const& language, IdentifierValues const& values,
                             char const* format);
 
