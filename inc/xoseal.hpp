@@ -1,5 +1,7 @@
 #pragma once
 
+#include <type_traits>
+
 #include "xotypes.hpp"
 
 class XoInt64;
@@ -31,6 +33,14 @@ class XO_EXPORT XoSeal {
   // Give the number, which is never negative.
   void ConvertTo(XoInt64& target) const;
   void ConvertTo(o_8b& target) const;
+  /// The same for the platform's other integers of 64 bits.
+  template <class Integer>
+  requires(std::is_integral_v<Integer> &&
+           sizeof(Integer) == sizeof(o_8b)) void ConvertTo(Integer& target) const {
+    o_8b number = 0;
+    ConvertTo(number);
+    target = static_cast<Integer>(number);
+  }
 
   /// Appends the number in decimal to `out`, which it returns.
   XoString& PrintToXoString(XoString& out) const;

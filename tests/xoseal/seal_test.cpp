@@ -56,6 +56,16 @@ TEST(Seal, IsNeverNegativeAsAnInteger) {
   EXPECT_EQ(number.high, 0xFFFF);
 }
 
+TEST(Seal, GivesItsNumberToEveryIntegerOf64Bits) {
+  XoSeal const seal{0x8001, 2, 3};
+  long long number = -1;
+  seal.ConvertTo(number);
+  EXPECT_EQ(number, 0x800100020003LL);
+  unsigned long long unsignedNumber = 0;
+  seal.ConvertTo(unsignedNumber);
+  EXPECT_EQ(unsignedNumber, 0x800100020003ULL);
+}
+
 TEST(Seal, OrdersByTheDifferenceOfTheFirstWordThatDiffers) {
   EXPECT_EQ((XoSeal{1, 2, 3} != XoSeal{1, 5, 0}), -3);
   EXPECT_EQ((XoSeal{1, 2, 3} != XoSeal{0, 5, 9}), 1);
