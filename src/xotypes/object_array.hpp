@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <memory>
+#include <type_traits>
 
 #include "base/allocation.hpp"
 #include "base/bytes.hpp"
@@ -30,7 +32,7 @@ struct ObjectArray {
     if (cookie != 0) StoreBytes(memory.get(), std::uint64_t{count});
     Object* const first = Element(Advance(memory.get(), cookie), 0);
     if constexpr (sizeof...(arguments) == 0) {
-      std::uninitialized_value_construct_n(first, elements);
+      ConstructAll(first, elements);
     } else {
       std::uninitialized_fill_n(first, elements, Object(arguments...));
     }
@@ -54,7 +56,7 @@ struct ObjectArray {
   }
 
   static void Constructor(void* values, unsigned count, unsigned) {
-    std::uninitialized_value_construct_n(Element(values, 0), count);
+    ConstructAll(Element(values, 0), count);
   }
 
   static void Destructor(void* values, unsigned count, unsigned) {
@@ -85,6 +87,15 @@ struct ObjectArray {
   }
 
  private:
+  static void ConstructAll(Object* first, std::size_t count) {
+    if constexpr (std::is_trivially_default_constructible_v<Object>) {
+      // Padding as well, as arrays of plain fields may be compared and copied by their bytes.
+      if (count != 0) std::memset(static_cast<void*>(first), 0, count * sizeof(Object));
+    } else {
+      std::uninitialized_value_construct_n(first, count);
+    }
+  }
+
   struct Release {
     void operator()(void* memory) const { ReleaseArray(memory); }
   };

@@ -106,6 +106,14 @@ TEST(IdentifierStep, ChangesAStoredValueInPlace) {
   EXPECT_EQ(std::memcmp(disk, Stored(XoObjId{9, 42, 1}).data(), 10), 0);
 }
 
+TEST(IdentifierCreate, ClearsThePaddingToo) {
+  for (auto const& row : kWidths) {
+    ByteList memory(3 * row.memory, 0xAB);
+    Row(row.id).Constructor(memory.data(), 3, 0);
+    EXPECT_EQ(memory, ByteList(memory.size(), 0));
+  }
+}
+
 TEST(IdentifierNull, SlotsSetWhatTheNullTextSets) {
   Odd const object(InMemory(XoObjId{1, 2, 3})), classId(InMemory(XoClassId{1, 2}));
   XoRef ref{1, 2, 3, 4, 5, 6};
