@@ -277,62 +277,85 @@ class InlineComparison {
   int& status;
 };
 
-/// What no difference of bytes is.
-constexpr int kUndecided = 256;
+/// A word of bytes of each of two keys, the first byte lowest.
+class KeyWords {
+ public:
+  KeyWords(void const* keyA, void const* keyB, std::size_t place)
+      : a(LoadBytes<std::uint64_t>(Advance(keyA, place))),
+        b(LoadBytes<std::uint64_t>(Advance(keyB, place))) {}
 
-/// A stored text of which all is there, for the comparison of keys as they lie.
-struct WholeKey {
-  unsigned char const* bytes = nullptr;
-  std::size_t size = 0;
+  // Of words that begin the records.
+  bool AreOfKeys() const { return (a & b & kInlineKey) != 0; }
+  std::size_t SizeA(unsigned char nibble) const { return Size(a, nibble); }
+  std::size_t SizeB(unsigned char nibble) const { return Size(b, nibble); }
 
-  /// Without bytes where the record is no key, or not all there.
-  WholeKey(void const* record, unsigned length, unsigned char nibble) {
-    if (length != 0 && length < kInlineHeaderBytes) return;
-    auto const* const at = static_cast<unsigned char const*>(record);
-    if ((at[0] & kInlineKey) == 0) return;
-    size = InByteOrder(static_cast<unsigned short>(at[1] | at[2] << 8), nibble);
-    if (size + kInlineHeaderBytes <= LimitOf(length)) bytes = at + kInlineHeaderBytes;
+  /// Whether a comparison ends here that the first `passed` bytes do not count for: at the first
+  /// different byte or zero.
+  bool Decide(std::size_t passed) {
+    std::uint64_t const alike = (std::uint64_t{1} << 8 * passed) - 1;
+    a |= alike;
+    b |= alike;
+    // Of a word less one in each byte, zeros and nothing before the first have a new highest bit.
+    ends = (a ^ b) | ((a - 0x0101010101010101u) & ~a & 0x8080808080808080u);
+    return ends != 0;
   }
-};
 
-/// A byte of each zero byte of `word` is set, and of no byte before the first.
-constexpr std::uint64_t ZeroBytes(std::uint64_t word) {
-  return (word - 0x0101010101010101u) & ~word & 0x8080808080808080u;
+  /// The order that has been decided.
+  int Order() const {
+    unsigned const bit = static_cast<unsigned>(std::countr_zero(ends)) & ~7u;
+    return static_cast<int>(a >> bit & 0xFF) - static_cast<int>(b >> bit & 0xFF);
+  }
+
+ private:
+  static std::size_t Size(std::uint64_t header, unsigned char nibble) {
+    return std::size_t{InByteOrder(static_cast<unsigned short>(header >> 8), nibble)} +
+           kInlineHeaderBytes;
+  }
+
+  std::uint64_t a;
+  std::uint64_t b;
+  std::uint64_t ends = 0;
+};
+constexpr std::size_t kWord = sizeof(std::uint64_t);
+
+/// `BinaryCompare` of two keys of at least a word that are all there. One without a terminator ends
+/// with its record.
+[[gnu::noinline]] int WholeKeyOrder(void const* a, std::size_t sizeA, void const* b,
+                                    std::size_t sizeB) {
+  std::size_t const size = std::min(sizeA, sizeB);
+  std::size_t place = 0;
+  for (std::size_t passed = kInlineHeaderBytes; passed != kWord;) {
+    KeyWords words(a, b, place);
+    if (words.Decide(passed)) return words.Order();
+    // The last word ends with the shorter key.
+    std::size_t const next = std::min(place + kWord, size - kWord);
+    passed = place + kWord - next;
+    place = next;
+  }
+  return ByteAt(a, size, sizeA) - ByteAt(b, size, sizeB);
 }
 
-/// `BinaryCompare` of two keys that are all there, which most are, where it shows before the end of
-/// the shorter one.
-int WholeKeyOrder(WholeKey const& a, WholeKey const& b) {
-  if (a.bytes == nullptr || b.bytes == nullptr) return kUndecided;
-  std::size_t const size = std::min(a.size, b.size);
-  std::size_t place = 0;
-  if constexpr (std::endian::native == std::endian::little) {
-    for (; place + sizeof(std::uint64_t) <= size; place += sizeof(std::uint64_t)) {
-      auto const wordA = LoadBytes<std::uint64_t>(a.bytes + place);
-      auto const wordB = LoadBytes<std::uint64_t>(b.bytes + place);
-      // The first byte of which this is not zero ends the comparison.
-      std::uint64_t const ends = (wordA ^ wordB) | ZeroBytes(wordA);
-      if (ends == 0) continue;
-      place += static_cast<unsigned>(std::countr_zero(ends)) / 8;
-      return a.bytes[place] - b.bytes[place];
-    }
-  }
-  for (; place < size; ++place) {
-    int const difference = a.bytes[place] - b.bytes[place];
-    if (difference != 0 || a.bytes[place] == 0) return difference;
-  }
-  return kUndecided;
+/// The length of a stored operand: that of its record where none is declared.
+unsigned LengthOf(void const* record, unsigned length, unsigned char nibble) {
+  return length != 0 ? length
+                     : kInlineHeaderBytes + ReadInlineHeader(record, kNoLimit, nibble).payload;
 }
 
 template <class Text>
 int CompareInline(unsigned char format, unsigned len1, void const* buf1, unsigned len2,
-                  void const* buf2, unsigned short cmpOp, unsigned count, int& status) {
+                  void const* buf2, unsigned short cmpOp, unsigned count, int& status);
+
+// Apart from what most comparisons need, which would otherwise make room for this at every call.
+template <class Text>
+[[gnu::noinline]] int CompareTexts(unsigned char format, unsigned len1, void const* buf1,
+                                   unsigned len2, void const* buf2, unsigned short cmpOp,
+                                   unsigned count, int& status) {
   status = 0;
   if (count == 0) return 0;
-  if (count == 1 && format != FormMemory && (cmpOp & kNoPatternBits) != 0) {
-    unsigned char const nibble = FormNibble(format);
-    int const order = WholeKeyOrder({buf1, len1, nibble}, {buf2, len2, nibble});
-    if (order != kUndecided) return order;
+  if (format != FormMemory && std::min(len1, len2) == 0) {
+    return CompareInline<Text>(format, LengthOf(buf1, len1, FormNibble(format)), buf1,
+                               LengthOf(buf2, len2, FormNibble(format)), buf2, cmpOp, count,
+                               status);
   }
   InlineReader<Text> first(buf1, len1, format);
   InlineReader<Text> second(buf2, len2, format);
@@ -356,6 +379,25 @@ int CompareInline(unsigned char format, unsigned len1, void const* buf1, unsigne
       return 0;
     }
   }
+}
+
+template <class Text>
+int CompareInline(unsigned char format, unsigned len1, void const* buf1, unsigned len2,
+                  void const* buf2, unsigned short cmpOp, unsigned count, int& status) {
+  if (count == 1 && format != FormMemory && (cmpOp & kNoPatternBits) != 0 &&
+      std::min(len1, len2) >= kWord) {
+    KeyWords words(buf1, buf2, 0);
+    std::size_t const size1 = words.SizeA(FormNibble(format));
+    std::size_t const size2 = words.SizeB(FormNibble(format));
+    if (words.AreOfKeys() && size1 <= len1 && size2 <= len2 && std::min(size1, size2) >= kWord)
+        [[likely]] {
+      status = 0;
+      // Most keys differ in their first word.
+      if (words.Decide(kInlineHeaderBytes)) return words.Order();
+      return WholeKeyOrder(buf1, size1, buf2, size2);
+    }
+  }
+  return CompareTexts<Text>(format, len1, buf1, len2, buf2, cmpOp, count, status);
 }
 
 }  // namespace
