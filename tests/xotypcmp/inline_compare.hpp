@@ -43,6 +43,17 @@ Answer Compared(ByteList const& one, ByteList const& two, unsigned short cmpOp,
   return {SignOf(result), status};
 }
 
+/// The same with no length declared.
+template <class Text>
+Answer ComparedWithoutLengths(ByteList const& one, ByteList const& two, unsigned short cmpOp,
+                              unsigned char format = kLittle) {
+  PlacedBytes const first(one, 1), second(two, 1);
+  int status = 12345;
+  int const result =
+      XoTypeMgr().Cmp(kId<Text>, 0, first.Data(), 0, second.Data(), cmpOp, 1, format, status);
+  return {SignOf(result), status};
+}
+
 /// The same of values in memory.
 template <class Text>
 Answer ComparedInMemory(std::vector<Text> one, std::vector<Text> two, unsigned short cmpOp) {
