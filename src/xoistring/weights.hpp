@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 
@@ -86,6 +87,9 @@ constexpr WeightTable MakeCaselessWeights() {
   return weights;
 }
 
+/// As many weights as are looked up at once where none is a pair.
+inline constexpr std::size_t kWeightsAtOnce = 8;
+
 /// What tells the two classes apart.
 template <class Text>
 struct WeightRules;
@@ -149,30 +153,41 @@ class WeightReader {
   bool ended = false;
 };
 
+/// Writes the first weights of `kWeightsAtOnce` bytes; whether there are no others.
+template <class Text>
+bool MapWithoutPairs(char const* bytes, char* target) {
+  unsigned seconds = 0;
+  for (std::size_t index = 0; index < kWeightsAtOnce; ++index) {
+    ByteWeights const weights =
+        WeightRules<Text>::kWeights[static_cast<unsigned char>(bytes[index])];
+    target[index] = static_cast<char>(weights.first);
+    seconds |= weights.second;
+  }
+  // Accents are below 8, all of them together too.
+  return seconds < kLeastSecondWeight;
+}
+
 /// Writes the weights of `size` bytes to `target`, as many as `room` takes, and returns their
 /// number, those without room included. Of a pair the first may be the last that is written.
 template <class Text>
 std::size_t MapToWeights(char const* bytes, std::size_t size, char* target, std::size_t room) {
-  WeightTable const& table = WeightRules<Text>::kWeights;
-  std::size_t count = 0;
   std::size_t index = 0;
-  // As long as there is room for two weights of each byte that is left, none is asked for.
-  if (size <= room / 2) {
-    for (; index < size; ++index) {
-      ByteWeights const weights = table[static_cast<unsigned char>(bytes[index])];
-      target[count] = static_cast<char>(weights.first);
-      bool const isPair = weights.second >= kLeastSecondWeight;
-      target[count + 1] = static_cast<char>(isPair ? weights.second : 0);
-      count += isPair ? 2 : 1;
+  if (size >= kWeightsAtOnce && size <= room) {
+    // The last of these steps ends with the text.
+    std::size_t const last = size - kWeightsAtOnce;
+    while (MapWithoutPairs<Text>(bytes + index, target + index)) {
+      if (index == last) return size;
+      index = std::min(index + kWeightsAtOnce, last);
     }
-    return count;
   }
+  std::size_t count = index;
   auto const put = [&](unsigned char weight) {
     if (count < room) target[count] = static_cast<char>(weight);
     ++count;
   };
   for (; index < size; ++index) {
-    ByteWeights const weights = table[static_cast<unsigned char>(bytes[index])];
+    ByteWeights const weights =
+        WeightRules<Text>::kWeights[static_cast<unsigned char>(bytes[index])];
     put(weights.first);
     if (weights.second >= kLeastSecondWeight) put(weights.second);
   }

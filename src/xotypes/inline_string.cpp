@@ -144,12 +144,13 @@ unsigned KeyOfText(void* target, unsigned char format, unsigned room, Text const
   std::size_t const fits = RoomForWeights(room);
   std::size_t count = 0;
   if (char* const weights = WeightsOf(target, room); weights != nullptr) {
-    std::size_t const length = source.Len();
+    char const* const text = source.StrGet();
+    std::size_t const length = std::strlen(text);
     if ((source.weighted & kIsWeighted) != 0) {
       count = length;
-      std::memcpy(weights, source.StrGet(), std::min(length, fits));
+      std::memcpy(weights, text, std::min(length, fits));
     } else {
-      count = MapToWeights<Text>(source.StrGet(), length, weights, fits);
+      count = MapToWeights<Text>(text, length, weights, fits);
     }
   }
   std::size_t const payload = std::min(count, fits) + 1;

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <climits>
 #include <string>
 #include <vector>
@@ -214,6 +215,25 @@ TYPED_TEST(WeightCompare, InverseOfAMappedTextHasItsWeights) {
     std::string back(weights.size(), '\0');
     back.resize(MapFromWeights<TypeParam>(weights.data(), weights.size(), back.data()));
     ASSERT_EQ(SequenceOf<TypeParam>(back), sequence) << ::testing::PrintToString(text);
+  }
+}
+
+TYPED_TEST(WeightCompare, TextsAreMappedAsFarAsThereIsRoom) {
+  for (int round = 0; round < 50000; ++round) {
+    std::string text = this->AnyText(24);
+    // Long runs without a pair of weights are mapped by words.
+    if (this->OneIn(2)) text.insert(this->Below(static_cast<unsigned>(text.size()) + 1), 17, 'm');
+    auto const sequence = SequenceOf<TypeParam>(text);
+    std::size_t const room = this->Below(60);
+    constexpr char kUntouched = 0x7E;
+    std::string target(room + 8, kUntouched);
+    ASSERT_EQ(MapToWeights<TypeParam>(text.data(), text.size(), target.data(), room),
+              sequence.size());
+    for (std::size_t place = 0; place < target.size(); ++place) {
+      bool const isWritten = place < std::min(room, sequence.size());
+      ASSERT_EQ(Ordinal(target[place]), isWritten ? sequence[place] : kUntouched)
+          << ::testing::PrintToString(text) << ' ' << room << ' ' << place;
+    }
   }
 }
 
