@@ -106,10 +106,16 @@ class XO_EXPORT WeightedText {
                            unsigned char flagB);
 
  private:
+  bool IsOfWords() const;
   int Order(Text const& other) const;
   Text& Self();
+  void Hold(char* block);
   void Take(char const* bytes, unsigned size);
   Text& Splice(unsigned head, char const* middle, unsigned middleSize, unsigned tail);
+
+  /// The address, as far as it fits, of the block of whole words that was made for `text`. Whoever
+  /// puts another block in its place need not know of this.
+  unsigned blockOfWords;
 };
 
 extern template class WeightedText<XoIString>;

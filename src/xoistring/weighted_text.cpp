@@ -1,10 +1,13 @@
 #include <algorithm>
+#include <bit>
 #include <charconv>
 #include <cmath>
+#include <cstdint>
 #include <cstring>
 #include <utility>
 
 #include "base/allocation.hpp"
+#include "base/bytes.hpp"
 #include "base/number_text.hpp"
 #include "src/xoistring/weights.hpp"
 
@@ -21,12 +24,30 @@ unsigned LengthOf(char const* text) {
   return text != nullptr ? static_cast<unsigned>(std::strlen(text)) : 0;
 }
 
+using Word = std::uint64_t;
+
+/// No part of an address of a block.
+constexpr unsigned kNoBlock = 1;
+
+/// What is kept of the address of a block of words.
+unsigned AddressOf(char const* block) {
+  return block != nullptr ? static_cast<unsigned>(std::bit_cast<std::uintptr_t>(block)) : kNoBlock;
+}
+
+/// A block for a text of `size` bytes, of whole words, so that comparisons may read it by words. In
+/// the last one, what is behind the text is zero.
+char* NewBlock(std::size_t size) {
+  std::size_t const last = size / sizeof(Word) * sizeof(Word);
+  char* const block = static_cast<char*>(AllocateArray(last + sizeof(Word)));
+  StoreBytes(block + last, Word{0});
+  return block;
+}
+
 /// A block with the bytes given and a terminator; null for none.
 char* NewText(char const* bytes, unsigned size) {
   if (size == 0) return nullptr;
-  char* const text = static_cast<char*>(AllocateArray(std::size_t{size} + 1));
+  char* const text = NewBlock(size);
   std::memcpy(text, bytes, size);
-  text[size] = 0;
   return text;
 }
 
@@ -89,15 +110,19 @@ void ChangeBytes(char* text, Change change) {
 // Everything is defined here: an inline member of an instance is not offered by a DLL.
 
 template <class Text>
-WeightedText<Text>::WeightedText() noexcept : text(nullptr), weighted(0) {}
+WeightedText<Text>::WeightedText() noexcept : text(nullptr), weighted(0), blockOfWords(kNoBlock) {}
 
 template <class Text>
 WeightedText<Text>::WeightedText(WeightedText const& source)
-    : text(NewText(source.text, LengthOf(source.text))), weighted(0) {}
+    : text(NewText(source.text, LengthOf(source.text))),
+      weighted(0),
+      blockOfWords(AddressOf(text)) {}
 
 template <class Text>
 WeightedText<Text>::WeightedText(char character)
-    : text(NewText(&character, character != 0 ? 1 : 0)), weighted(0) {}
+    : text(NewText(&character, character != 0 ? 1 : 0)),
+      weighted(0),
+      blockOfWords(AddressOf(text)) {}
 
 template <class Text>
 WeightedText<Text>::WeightedText(short number) : WeightedText(static_cast<long long>(number)) {}
@@ -112,25 +137,24 @@ WeightedText<Text>::WeightedText(unsigned long number)
     : WeightedText(static_cast<unsigned long long>(number)) {}
 template <class Text>
 WeightedText<Text>::WeightedText(long long number)
-    : text(IntegerText(std::int64_t{number})), weighted(0) {}
+    : text(IntegerText(std::int64_t{number})), weighted(0), blockOfWords(AddressOf(text)) {}
 template <class Text>
 WeightedText<Text>::WeightedText(unsigned long long number)
-    : text(IntegerText(std::uint64_t{number})), weighted(0) {}
+    : text(IntegerText(std::uint64_t{number})), weighted(0), blockOfWords(AddressOf(text)) {}
 template <class Text>
-WeightedText<Text>::WeightedText(double number) : text(FixedText(number)), weighted(0) {}
+WeightedText<Text>::WeightedText(double number)
+    : text(FixedText(number)), weighted(0), blockOfWords(AddressOf(text)) {}
 
 template <class Text>
 WeightedText<Text>::WeightedText(char const* characters)
-    : text(NewText(characters, LengthOf(characters))), weighted(0) {}
+    : text(NewText(characters, LengthOf(characters))), weighted(0), blockOfWords(AddressOf(text)) {}
 
 template <class Text>
-WeightedText<Text>::WeightedText(char const* characters, unsigned short length)
-    : text(nullptr), weighted(0) {
+WeightedText<Text>::WeightedText(char const* characters, unsigned short length) : WeightedText() {
   if (characters == nullptr) return;
   void const* const end = std::memchr(characters, 0, length);
-  text = NewText(characters, end != nullptr
-                                 ? static_cast<unsigned>(static_cast<char const*>(end) - characters)
-                                 : length);
+  Take(characters,
+       end != nullptr ? static_cast<unsigned>(static_cast<char const*>(end) - characters) : length);
 }
 
 template <class Text>
@@ -152,10 +176,17 @@ Text& WeightedText<Text>::Self() {
   return static_cast<Text&>(*this);
 }
 
+/// Holds a block of words, or null, in place of the present one.
+template <class Text>
+void WeightedText<Text>::Hold(char* block) {
+  ReleaseArray(std::exchange(text, block));
+  blockOfWords = AddressOf(block);
+}
+
 /// Makes `size` bytes, which may be the own ones, the text.
 template <class Text>
 void WeightedText<Text>::Take(char const* bytes, unsigned size) {
-  ReleaseArray(std::exchange(text, NewText(bytes, size)));
+  Hold(NewText(bytes, size));
 }
 
 template <class Text>
@@ -180,10 +211,134 @@ char const* WeightedText<Text>::StrGet() const {
   return text != nullptr ? text : "";
 }
 
+namespace {
+
+/// What no difference of weights is.
+constexpr int kUndecided = 256;
+
+/// The order of two texts of characters, where it shows before the first pair of different
+/// characters of one first weight that has a second one; without readers, as most texts need none.
+/// Equal characters have equal weights, in sides that count the same. A text that goes on for as
+/// many characters as might be too many weights is left undecided as well.
+template <class Text>
+int CharacterOrder(char const* a, char const* b) {
+  constexpr unsigned kMost = kToTheEnd / 2;
+  WeightTable const& weights = WeightRules<Text>::kWeights;
+  for (unsigned place = 0; place < kMost; ++place) {
+    auto const byteA = static_cast<unsigned char>(a[place]);
+    auto const byteB = static_cast<unsigned char>(b[place]);
+    if (byteA == byteB) {
+      if (byteA == 0) return 0;
+      continue;
+    }
+    ByteWeights const& ofA = weights[byteA];
+    ByteWeights const& ofB = weights[byteB];
+    if (ofA.first != ofB.first) return ofA.first - ofB.first;
+    if (std::max(ofA.second, ofB.second) >= kLeastSecondWeight) return kUndecided;
+  }
+  return kUndecided;
+}
+
+/// `WeightCompare`, apart from what mostly does without, which would make room for it at every
+/// call.
+template <class Text>
+[[gnu::noinline]] int CompareWeights(char const* a, char const* b, unsigned short count,
+                                     unsigned char flagA, unsigned char flagB) {
+  if (a == nullptr) return b != nullptr ? -1 : 0;
+  if (b == nullptr) return 1;
+  if (*a == 0 || *b == 0) {
+    return static_cast<unsigned char>(*a) - static_cast<unsigned char>(*b);
+  }
+  if (count == 0 && ((flagA | flagB) & kIsWeighted) == 0 &&
+      ((flagA ^ flagB) & kFirstWeightsOnly) == 0) {
+    int const order = CharacterOrder<Text>(a, b);
+    if (order != kUndecided) return order;
+  }
+  WeightReader<Text> readerA(a, flagA);
+  WeightReader<Text> readerB(b, flagB);
+  for (unsigned left = count == 0 ? kToTheEnd : count; left != 0; --left) {
+    int const difference = readerA.Next() - readerB.Next();
+    if (difference != 0) return difference;
+    if (readerA.HasEnded() || readerB.HasEnded()) break;
+  }
+  return 0;
+}
+
+/// A word of bytes of each of two texts, the first byte lowest.
+struct TextWords {
+  Word a;
+  Word b;
+  /// A bit of each byte that differs from its fellow, or ends its text, up to the first end.
+  Word stops;
+
+  TextWords(char const* textA, char const* textB)
+      : a(LoadBytes<Word>(textA)),
+        b(LoadBytes<Word>(textB)),
+        // Of a word less one in each byte, zeros and nothing before the first have a new highest
+        // bit.
+        stops((a ^ b) | ((a - 0x0101010101010101u) & ~a & 0x8080808080808080u)) {}
+
+  /// Where the first stop is, the weights there.
+  unsigned Bit() const { return static_cast<unsigned>(std::countr_zero(stops)) & ~7u; }
+  template <class Text>
+  ByteWeights const& OfA() const {
+    return WeightRules<Text>::kWeights[a >> Bit() & 0xFF];
+  }
+  template <class Text>
+  ByteWeights const& OfB() const {
+    return WeightRules<Text>::kWeights[b >> Bit() & 0xFF];
+  }
+};
+
+/// `CharacterOrder` of texts in blocks of words.
+template <class Text>
+int OrderByWords(char const* a, char const* b) {
+  constexpr std::size_t kMost = kToTheEnd / 2 - sizeof(Word);
+  for (std::size_t place = 0; place < kMost; place += sizeof(Word)) {
+    for (TextWords words(a + place, b + place); words.stops != 0;) {
+      ByteWeights const& ofA = words.OfA<Text>();
+      ByteWeights const& ofB = words.OfB<Text>();
+      if (ofA.first != ofB.first) return ofA.first - ofB.first;
+      // Nothing but the zero has no weight.
+      if (ofA.first == 0) return 0;
+      if (std::max(ofA.second, ofB.second) >= kLeastSecondWeight) return kUndecided;
+      words.stops &= ~(Word{0xFF} << words.Bit());
+    }
+  }
+  return kUndecided;
+}
+
+/// What the first words do not decide, of texts in blocks of words and of plain text.
+template <class Text>
+[[gnu::noinline]] int OrderFurther(char const* a, char const* b) {
+  int const order = OrderByWords<Text>(a, b);
+  return order != kUndecided ? order : CompareWeights<Text>(a, b, 0, 0, 0);
+}
+
+}  // namespace
+
+/// Whether `text` is the block of words that was made for it.
+template <class Text>
+bool WeightedText<Text>::IsOfWords() const {
+  return static_cast<unsigned>(std::bit_cast<std::uintptr_t>(text)) == blockOfWords;
+}
+
 template <class Text>
 int WeightedText<Text>::Order(Text const& other) const {
-  return WeightCompare(text, other.text, 0, weighted, other.weighted);
+  constexpr unsigned char kReadDifferently = kIsWeighted | kFirstWeightsOnly;
+  if (IsOfWords() && other.IsOfWords() && ((weighted | other.weighted) & kReadDifferently) == 0)
+      [[likely]] {
+    // Most texts differ in their first word.
+    if (TextWords const words(text, other.text); words.stops != 0) {
+      int const difference = words.OfA<Text>().first - words.OfB<Text>().first;
+      if (difference != 0) [[likely]]
+        return difference;
+    }
+    return OrderFurther<Text>(text, other.text);
+  }
+  return CompareWeights<Text>(text, other.text, 0, weighted, other.weighted);
 }
+
 template <class Text>
 bool WeightedText<Text>::operator==(Text const& other) const {
   return Order(other) == 0;
@@ -246,13 +401,12 @@ Text& WeightedText<Text>::Splice(unsigned head, char const* middle, unsigned mid
   std::size_t const size = std::size_t{head} + middleSize + rest;
   char* fresh = nullptr;
   if (size != 0) {
-    fresh = static_cast<char*>(AllocateArray(size + 1));
+    fresh = NewBlock(size);
     if (head != 0) std::memcpy(fresh, text, head);
     if (middleSize != 0) std::memcpy(fresh + head, middle, middleSize);
     if (rest != 0) std::memcpy(fresh + head + middleSize, text + tail, rest);
-    fresh[size] = 0;
   }
-  ReleaseArray(std::exchange(text, fresh));
+  Hold(fresh);
   return Self();
 }
 
@@ -311,11 +465,10 @@ template <class Text>
 Text& WeightedText<Text>::Fill(unsigned short length, char fill) {
   char* fresh = nullptr;
   if (length != 0 && fill != 0) {
-    fresh = static_cast<char*>(AllocateArray(std::size_t{length} + 1));
+    fresh = NewBlock(length);
     std::memset(fresh, fill, length);
-    fresh[length] = 0;
   }
-  ReleaseArray(std::exchange(text, fresh));
+  Hold(fresh);
   return Self();
 }
 
@@ -366,60 +519,16 @@ int WeightedText<Text>::SubStringPos(Text const& other) const {
   return found != nullptr ? static_cast<int>(found - text) : -1;
 }
 
-namespace {
-
-/// What no difference of weights is.
-constexpr int kUndecided = 256;
-
-/// The order of two texts of characters, where it shows before the first pair of different
-/// characters of one first weight that has a second one; without readers, as most texts need none.
-/// Equal characters have equal weights, in sides that count the same. A text that goes on for as
-/// many characters as might be too many weights is left undecided as well.
-template <class Text>
-int CharacterOrder(char const* a, char const* b) {
-  constexpr unsigned kMost = kToTheEnd / 2;
-  WeightTable const& weights = WeightRules<Text>::kWeights;
-  for (unsigned place = 0; place < kMost; ++place) {
-    auto const byteA = static_cast<unsigned char>(a[place]);
-    auto const byteB = static_cast<unsigned char>(b[place]);
-    if (byteA == byteB) {
-      if (byteA == 0) return 0;
-      continue;
-    }
-    ByteWeights const& ofA = weights[byteA];
-    ByteWeights const& ofB = weights[byteB];
-    if (ofA.first != ofB.first) return ofA.first - ofB.first;
-    if (std::max(ofA.second, ofB.second) >= kLeastSecondWeight) return kUndecided;
-  }
-  return kUndecided;
-}
-
-}  // namespace
-
 template <class Text>
 int WeightedText<Text>::WeightCompare(char const* a, char const* b, unsigned short count,
                                       unsigned char flagA, unsigned char flagB) {
-  if (a == nullptr) return b != nullptr ? -1 : 0;
-  if (b == nullptr) return 1;
-  if (*a == 0 || *b == 0) {
-    return static_cast<unsigned char>(*a) - static_cast<unsigned char>(*b);
-  }
-  if (count == 0 && ((flagA | flagB) & kIsWeighted) == 0 &&
-      ((flagA ^ flagB) & kFirstWeightsOnly) == 0) {
-    int const order = CharacterOrder<Text>(a, b);
-    if (order != kUndecided) return order;
-  }
-  WeightReader<Text> readerA(a, flagA);
-  WeightReader<Text> readerB(b, flagB);
-  for (unsigned left = count == 0 ? kToTheEnd : count; left != 0; --left) {
-    int const difference = readerA.Next() - readerB.Next();
-    if (difference != 0) return difference;
-    if (readerA.HasEnded() || readerB.HasEnded()) break;
-  }
-  return 0;
+  return CompareWeights<Text>(a, b, count, flagA, flagB);
 }
 
 template class WeightedText<XoIString>;
 template class WeightedText<XoCaseIString>;
+
+// The block of words is where there was no field.
+static_assert(sizeof(XoIString) == 2 * sizeof(void*));
 
 }  // namespace xo
