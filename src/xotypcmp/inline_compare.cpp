@@ -286,8 +286,8 @@ class KeyWords {
 
   // Of words that begin the records.
   bool AreOfKeys() const { return (a & b & kInlineKey) != 0; }
-  std::size_t SizeA(unsigned char nibble) const { return Size(a, nibble); }
-  std::size_t SizeB(unsigned char nibble) const { return Size(b, nibble); }
+  unsigned SizeA(unsigned char nibble) const { return Size(a, nibble); }
+  unsigned SizeB(unsigned char nibble) const { return Size(b, nibble); }
 
   /// Whether a comparison ends here that the first `passed` bytes do not count for: at the first
   /// different byte or zero.
@@ -307,9 +307,8 @@ class KeyWords {
   }
 
  private:
-  static std::size_t Size(std::uint64_t header, unsigned char nibble) {
-    return std::size_t{InByteOrder(static_cast<unsigned short>(header >> 8), nibble)} +
-           kInlineHeaderBytes;
+  static unsigned Size(std::uint64_t header, unsigned char nibble) {
+    return InByteOrder(static_cast<unsigned short>(header >> 8), nibble) + kInlineHeaderBytes;
   }
 
   std::uint64_t a;
@@ -318,32 +317,44 @@ class KeyWords {
 };
 constexpr std::size_t kWord = sizeof(std::uint64_t);
 
-/// `BinaryCompare` of two keys of at least a word that are all there. One without a terminator ends
-/// with its record.
-[[gnu::noinline]] int WholeKeyOrder(void const* a, std::size_t sizeA, void const* b,
-                                    std::size_t sizeB) {
+/// `BinaryCompare` of two keys of at least a word that are all there, of which the first words do
+/// not differ nor end. One without a terminator ends with its record.
+[[gnu::noinline]] int OrderBehindFirstWord(void const* a, unsigned sizeA, void const* b,
+                                           unsigned sizeB) {
   std::size_t const size = std::min(sizeA, sizeB);
   std::size_t place = 0;
-  for (std::size_t passed = kInlineHeaderBytes; passed != kWord;) {
-    KeyWords words(a, b, place);
-    if (words.Decide(passed)) return words.Order();
+  for (;;) {
     // The last word ends with the shorter key.
     std::size_t const next = std::min(place + kWord, size - kWord);
-    passed = place + kWord - next;
+    if (next == place) return ByteAt(a, size, sizeA) - ByteAt(b, size, sizeB);
+    KeyWords words(a, b, next);
+    if (words.Decide(place + kWord - next)) return words.Order();
     place = next;
+  }
+}
+
+/// The bytes of a stored text, its header with them, if it is a key that is all there; 0 if not.
+unsigned WholeKeySize(void const* record, unsigned length, unsigned char nibble) {
+  InlineHeader const header = ReadInlineHeader(record, LimitOf(length), nibble);
+  unsigned const size = kInlineHeaderBytes + header.payload;
+  return header.IsKey() && size <= LimitOf(length) ? size : 0;
+}
+
+/// `BinaryCompare` of two keys that are all there.
+int WholeKeyOrder(void const* a, unsigned sizeA, void const* b, unsigned sizeB) {
+  std::size_t const size = std::min(sizeA, sizeB);
+  if (size >= kWord) {
+    KeyWords words(a, b, 0);
+    return words.Decide(kInlineHeaderBytes) ? words.Order()
+                                            : OrderBehindFirstWord(a, sizeA, b, sizeB);
+  }
+  for (std::size_t place = kInlineHeaderBytes; place < size; ++place) {
+    int const byteA = ByteAt(a, place, size);
+    int const byteB = ByteAt(b, place, size);
+    if (byteA != byteB || byteA == 0) return byteA - byteB;
   }
   return ByteAt(a, size, sizeA) - ByteAt(b, size, sizeB);
 }
-
-/// The length of a stored operand: that of its record where none is declared.
-unsigned LengthOf(void const* record, unsigned length, unsigned char nibble) {
-  return length != 0 ? length
-                     : kInlineHeaderBytes + ReadInlineHeader(record, kNoLimit, nibble).payload;
-}
-
-template <class Text>
-int CompareInline(unsigned char format, unsigned len1, void const* buf1, unsigned len2,
-                  void const* buf2, unsigned short cmpOp, unsigned count, int& status);
 
 // Apart from what most comparisons need, which would otherwise make room for this at every call.
 template <class Text>
@@ -352,10 +363,10 @@ template <class Text>
                                    unsigned count, int& status) {
   status = 0;
   if (count == 0) return 0;
-  if (format != FormMemory && std::min(len1, len2) == 0) {
-    return CompareInline<Text>(format, LengthOf(buf1, len1, FormNibble(format)), buf1,
-                               LengthOf(buf2, len2, FormNibble(format)), buf2, cmpOp, count,
-                               status);
+  if (count == 1 && format != FormMemory && (cmpOp & kNoPatternBits) != 0) {
+    unsigned const size1 = WholeKeySize(buf1, len1, FormNibble(format));
+    unsigned const size2 = WholeKeySize(buf2, len2, FormNibble(format));
+    if (size1 != 0 && size2 != 0) return WholeKeyOrder(buf1, size1, buf2, size2);
   }
   InlineReader<Text> first(buf1, len1, format);
   InlineReader<Text> second(buf2, len2, format);
@@ -385,16 +396,16 @@ template <class Text>
 int CompareInline(unsigned char format, unsigned len1, void const* buf1, unsigned len2,
                   void const* buf2, unsigned short cmpOp, unsigned count, int& status) {
   if (count == 1 && format != FormMemory && (cmpOp & kNoPatternBits) != 0 &&
-      std::min(len1, len2) >= kWord) {
+      std::min(len1, len2) >= kWord) [[likely]] {
     KeyWords words(buf1, buf2, 0);
-    std::size_t const size1 = words.SizeA(FormNibble(format));
-    std::size_t const size2 = words.SizeB(FormNibble(format));
+    unsigned const size1 = words.SizeA(FormNibble(format));
+    unsigned const size2 = words.SizeB(FormNibble(format));
     if (words.AreOfKeys() && size1 <= len1 && size2 <= len2 && std::min(size1, size2) >= kWord)
         [[likely]] {
       status = 0;
       // Most keys differ in their first word.
       if (words.Decide(kInlineHeaderBytes)) return words.Order();
-      return WholeKeyOrder(buf1, size1, buf2, size2);
+      return OrderBehindFirstWord(buf1, size1, buf2, size2);
     }
   }
   return CompareTexts<Text>(format, len1, buf1, len2, buf2, cmpOp, count, status);
