@@ -395,8 +395,10 @@ template <class Text>
 template <class Text>
 int CompareInline(unsigned char format, unsigned len1, void const* buf1, unsigned len2,
                   void const* buf2, unsigned short cmpOp, unsigned count, int& status) {
-  if (count == 1 && format != FormMemory && (cmpOp & kNoPatternBits) != 0 &&
-      std::min(len1, len2) >= kWord) [[likely]] {
+  if (count != 1 || format == FormMemory || (cmpOp & kNoPatternBits) == 0) [[unlikely]] {
+    return CompareTexts<Text>(format, len1, buf1, len2, buf2, cmpOp, count, status);
+  }
+  if (std::min(len1, len2) >= kWord) [[likely]] {
     KeyWords words(buf1, buf2, 0);
     unsigned const size1 = words.SizeA(FormNibble(format));
     unsigned const size2 = words.SizeB(FormNibble(format));
@@ -408,7 +410,8 @@ int CompareInline(unsigned char format, unsigned len1, void const* buf1, unsigne
       return OrderBehindFirstWord(buf1, size1, buf2, size2);
     }
   }
-  return CompareTexts<Text>(format, len1, buf1, len2, buf2, cmpOp, count, status);
+  // Constants, as they are the same here, so that the way to this point need not keep them.
+  return CompareTexts<Text>(format, len1, buf1, len2, buf2, CmpOpNoWildcards, 1, status);
 }
 
 }  // namespace
