@@ -87,9 +87,6 @@ constexpr WeightTable MakeCaselessWeights() {
   return weights;
 }
 
-/// As many weights as are looked up at once where none is a pair.
-inline constexpr std::size_t kWeightsAtOnce = 8;
-
 /// What tells the two classes apart.
 template <class Text>
 struct WeightRules;
@@ -153,11 +150,11 @@ class WeightReader {
   bool ended = false;
 };
 
-/// Writes the first weights of `kWeightsAtOnce` bytes; whether there are no others.
-template <class Text>
+/// Writes the first weights of `kCount` bytes; whether there are no others.
+template <class Text, std::size_t kCount>
 bool MapWithoutPairs(char const* bytes, char* target) {
   unsigned seconds = 0;
-  for (std::size_t index = 0; index < kWeightsAtOnce; ++index) {
+  for (std::size_t index = 0; index < kCount; ++index) {
     ByteWeights const weights =
         WeightRules<Text>::kWeights[static_cast<unsigned char>(bytes[index])];
     target[index] = static_cast<char>(weights.first);
@@ -167,18 +164,30 @@ bool MapWithoutPairs(char const* bytes, char* target) {
   return seconds < kLeastSecondWeight;
 }
 
+/// Writes the weights of `size` bytes, `kCount` at once, as long as none is a pair; returns their
+/// number.
+template <class Text, std::size_t kCount>
+std::size_t MapUpToPairs(char const* bytes, std::size_t size, char* target) {
+  // The last step ends with the text.
+  std::size_t const last = size - kCount;
+  std::size_t index = 0;
+  while (MapWithoutPairs<Text, kCount>(bytes + index, target + index)) {
+    if (index == last) return size;
+    index = std::min(index + kCount, last);
+  }
+  return index;
+}
+
 /// Writes the weights of `size` bytes to `target`, as many as `room` takes, and returns their
 /// number, those without room included. Of a pair the first may be the last that is written.
 template <class Text>
 std::size_t MapToWeights(char const* bytes, std::size_t size, char* target, std::size_t room) {
+  constexpr std::size_t kMany = 8;
+  constexpr std::size_t kFew = 4;
   std::size_t index = 0;
-  if (size >= kWeightsAtOnce && size <= room) {
-    // The last of these steps ends with the text.
-    std::size_t const last = size - kWeightsAtOnce;
-    while (MapWithoutPairs<Text>(bytes + index, target + index)) {
-      if (index == last) return size;
-      index = std::min(index + kWeightsAtOnce, last);
-    }
+  if (size >= kFew && size <= room) {
+    index = size >= kMany ? MapUpToPairs<Text, kMany>(bytes, size, target)
+                          : MapUpToPairs<Text, kFew>(bytes, size, target);
   }
   std::size_t count = index;
   auto const put = [&](unsigned char weight) {
