@@ -4,9 +4,9 @@
 
 #include "src/xoint64/int64_family.hpp"
 #include "src/xonulty/null_family.hpp"
+#include "src/xonulty/null_hash.hpp"
 #include "src/xotypes/array_walk.hpp"
 #include "src/xotypes/number_print.hpp"
-#include "src/xotypes/scalar_hash.hpp"
 #include "src/xotypes/scalar_operations.hpp"
 #include "src/xotypes/scalar_step.hpp"
 #include "xostring.hpp"
@@ -38,11 +38,16 @@ struct NullOperations {
     unsigned const reachable = ReachableElements(count, length, width);
     error = reachable < count ? ERR_TM_LENGTH_EXCEEDED : 0;
     unsigned char const nibble = FormNibble(format);
-    if (nibble == FormLittle) return HashInPlace<true, sizeof(Number) + 1>(data, reachable);
-    if (nibble == FormMemory) return HashInPlace<false, sizeof(Element)>(data, reachable);
+    // Numbers of one byte are the machine's own in every disk form.
+    if (nibble == FormLittle || (nibble == FormBig && sizeof(Number) == 1)) {
+      return NullHash<Elements, true, sizeof(Number) + 1>::Of(data, reachable);
+    }
+    if (nibble == FormMemory)
+      return NullHash<Elements, false, sizeof(Element)>::Of(data, reachable);
     o_u4b hash = 0;
     for (std::size_t index = 0; index < reachable; ++index) {
-      hash ^= HashOf(DecodeElement<Element, Family>(Advance(data, index * width), nibble));
+      Element const element = DecodeElement<Element, Family>(Advance(data, index * width), nibble);
+      hash ^= HashOfElement(element.value, element.isNull != 0);
     }
     return hash;
   }
@@ -92,35 +97,6 @@ struct NullOperations {
 
  private:
   static void SetPresent(void* value) { StoreBytes(Advance(value, sizeof(Number)), o_u1b{0}); }
-
-  static o_u4b HashOf(Element element) {
-    return element.isNull != 0 ? NullElementHashConstant : Fold(element.value) * kHashMultiplier;
-  }
-
-  template <bool kNullAhead, std::size_t kStride>
-  static o_u4b HashInPlace(void const* data, std::size_t count) {
-    auto const place = [data](std::size_t index) { return Advance(data, index * kStride); };
-    // In groups, as most have no null in them, and in lanes that do not wait for one another.
-    constexpr std::size_t kLanes = 4;
-    o_u4b lanes[kLanes] = {};
-    std::size_t index = 0;
-    for (; index + kLanes <= count; index += kLanes) {
-      unsigned nulls = 0;
-      for (std::size_t lane = 0; lane < kLanes; ++lane) {
-        nulls |= Elements::template NullAt<kNullAhead>(place(index + lane));
-      }
-      for (std::size_t lane = 0; lane < kLanes; ++lane) {
-        void const* const element = place(index + lane);
-        lanes[lane] ^=
-            nulls == 0 ? Fold(Elements::template NumberAt<kNullAhead>(element)) * kHashMultiplier
-                       : HashOf(Elements::template Read<kNullAhead>(element));
-      }
-    }
-    for (; index < count; ++index) {
-      lanes[0] ^= HashOf(Elements::template Read<kNullAhead>(place(index)));
-    }
-    return lanes[0] ^ lanes[1] ^ lanes[2] ^ lanes[3];
-  }
 };
 
 }  // namespace xo

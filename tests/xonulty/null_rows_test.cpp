@@ -8,33 +8,11 @@
 
 #include "base/bytes.hpp"
 #include "tests/base/random_test.hpp"
+#include "tests/xonulty/null_row_types.hpp"
 #include "tests/xotypes/text_support.hpp"
 
 namespace xo::test {
 namespace {
-
-/// A class and the row of its plain number.
-template <class ElementClass, int kPlainId>
-struct NullRow {
-  using Element = ElementClass;
-  using Plain = typename Element::Plain;
-  static constexpr int kId = Element::kTypeId;
-  static constexpr int kPlain = kPlainId;
-};
-
-using NullRowTypes =
-    testing::Types<NullRow<XoNull_char, 0>, NullRow<XoNull_uchar, 10>, NullRow<XoNull_short, 1>,
-                   NullRow<XoNull_ushort, 5>, NullRow<XoNull_int, 7>, NullRow<XoNull_unsigned, 8>,
-                   NullRow<XoNull_long, 2>, NullRow<XoNull_ulong, 6>, NullRow<XoNull_float, 4>,
-                   NullRow<XoNull_double, 3>, NullRow<XoNull_XoInt64, 26>, NullRow<XoNull_8b, 42>,
-                   NullRow<XoNull_u8b, 43>>;
-
-struct RowName {
-  template <class Row>
-  static std::string GetName(int) {
-    return "Id" + std::to_string(Row::kId);
-  }
-};
 
 template <class Row>
 class NullRows : public RandomTest {
@@ -295,42 +273,6 @@ TYPED_TEST(NullRows, PaddingDoesNotTakePart) {
   }
   EXPECT_EQ(this->Compare(a, b, 40, 8), 0);
   EXPECT_EQ(this->Hash(a, 40, 8), this->Hash(b, 40, 8));
-}
-
-static_assert(NullElementHashConstant == 0xFEFE7575);
-
-TYPED_TEST(NullRows, HashIsThatOfThePlainNumbersAndAConstantForNull) {
-  using Element = typename TypeParam::Element;
-  for (int round = 0; round < 100; ++round) {
-    unsigned const count = this->Below(40);
-    std::vector<Element> values(count);
-    for (auto& element : values) element = this->Any();
-    for (int format : {1, 2, 3, 8}) {
-      auto const form = static_cast<unsigned char>(format);
-      unsigned const width = format == 8 ? sizeof(Element) : this->kDiskWidth;
-      std::vector<unsigned char> stored(std::size_t{count} * width + 1);
-      if (count != 0 && format == 8) {
-        std::memcpy(stored.data(), values.data(), count * sizeof(Element));
-      } else {
-        this->manager.Store(this->kId, stored.data(), values.data(), form, count);
-      }
-      unsigned const reachable = count == 0 ? 0 : 1 + this->Below(count);
-      unsigned const length =
-          count == 0 || this->OneIn(2) ? 0 : (reachable - 1) * width + 1 + this->Below(width);
-      unsigned const used = length == 0 ? count : reachable;
-      unsigned expected = 0;
-      for (unsigned index = 0; index < used; ++index) {
-        int error = 0;
-        expected ^= values[index].isNull != 0
-                        ? 0xFEFE7575u
-                        : this->manager.Hash(this->kPlain, 0, &values[index].value, 1, 8, error);
-      }
-      EXPECT_EQ(
-          this->Hash(stored.data(), count, form, length, used < count ? ERR_TM_LENGTH_EXCEEDED : 0),
-          expected)
-          << format;
-    }
-  }
 }
 
 TYPED_TEST(NullRows, PrintAndScanAsThePlainNumberDoes) {
