@@ -1,5 +1,6 @@
-#include <type_traits>
+#include <bit>
 
+#include "base/bytes.hpp"
 #include "base/clock.hpp"
 #include "src/odmg/conversion.hpp"
 #include "src/xodate/clock_fields.hpp"
@@ -56,8 +57,7 @@ d_Date d_Date::current() { return {}; }
 // The conversions of the Julian Day Number after Meeus, "Astronomical Algorithms", who multiplies
 // and divides by decimal fractions and truncates, toward zero. No quotient comes so close to a
 // whole number that a double would round it to that, so that integers truncate alike for every
-// day number and date. Both calendars are reckoned before one is chosen, so that the processor need
-// not guess which.
+// day number and date.
 
 namespace {
 
@@ -68,43 +68,66 @@ struct DateFields {
   int day;
 };
 
-int NumberOfDay(int year, int month, int day) {
-  bool const isOfYearBefore = month < 3;
-  int const y = isOfYearBefore ? year - 1 : year;
-  int const m = isOfYearBefore ? month + 13 : month + 1;
-  int const number = day + kQuarterDaysOfYear * y / 4 + 1720994 + kDaysOfMonth * m / kMonthParts;
-  int const c = y / 100;
-  return number + (number >= kFirstGregorianSum ? c / 4 - c + 2 : 0);
+/// The whole days of so many months, 30.6001 of each, in fixed point with 16 bits behind the point.
+constexpr unsigned DaysOfMonths(unsigned months) { return 2005408 * months >> 16; }
+static_assert([] {
+  for (unsigned months = 1; months <= 256; ++months) {
+    if (DaysOfMonths(months) != kDaysOfMonth * months / kMonthParts) return false;
+  }
+  return true;
+}());
+
+/// The number of a day whose year is reckoned in `Number`, without a sign if it has none.
+template <class Number>
+int NumberOfDayIn(Number year, unsigned month, unsigned day) {
+  unsigned const ifOfYearBefore = month < 3 ? ~0U : 0;
+  Number const y = year + static_cast<Number>(ifOfYearBefore);
+  unsigned const m = month + 1 + (12 & ifOfYearBefore);
+  Number const number =
+      kQuarterDaysOfYear * y / 4 + static_cast<Number>(1720994 + day + DaysOfMonths(m));
+  Number const c = y / 100;
+  Number const ifGregorian = number >= kFirstGregorianSum ? ~Number{0} : 0;
+  return static_cast<int>(number + ((c / 4 - c + 2) & ifGregorian));
 }
 
-/// The date of a day number, in numbers of a type that holds twenty times that of its Julian day.
+int NumberOfDay(int year, unsigned month, unsigned day) {
+  return year > 0 ? NumberOfDayIn(static_cast<unsigned>(year), month, day)
+                  : NumberOfDayIn(year, month, day);
+}
+
+/// How many leap days more the Julian calendar has had after day number `number`.
 template <class Wide>
-DateFields FieldsOfDayIn(Wide number) {
-  Wide a = number + 1;
-  // (a - 1867216.25) / 36524.25
-  Wide const p = (4 * a - 7468865) / kQuarterDaysOfCentury;
-  a += a > kLastJulianNumber ? 1 + p - p / 4 : 0;
-  Wide const b = a + 1524;
+Wide LeapDaysLeftOut(Wide number) {
+  // (number + 1 - 1867216.25) / 36524.25
+  Wide const p = (4 * number - 7468861) / kQuarterDaysOfCentury;
+  Wide const ifGregorian = number >= kLastJulianNumber ? ~Wide{0} : 0;
+  return (1 + p - p / 4) & ifGregorian;
+}
+
+/// The date of any day number.
+DateFields FieldsOfDay(o_8b number) {
+  o_8b const b = number + LeapDaysLeftOut(number) + 1525;
   // (b - 122.1) / 365.25
-  Wide const c = (20 * b - 2442) / 7305;
+  o_8b const c = (20 * b - 2442) / 7305;
   // Of a year and a half at most, forward or back.
-  Wide const rest = b - kQuarterDaysOfYear * c / 4;
-  Wide const e = rest * kMonthParts / kDaysOfMonth;
-  Wide months = kDaysOfMonth * e;
-  if constexpr (std::is_signed_v<Wide>) {
-    // Rounded down, not toward zero.
-    if (months < 0) months -= kMonthParts - 1;
-  }
+  o_8b const rest = b - kQuarterDaysOfYear * c / 4;
+  o_8b const e = rest * kMonthParts / kDaysOfMonth;
+  o_8b months = kDaysOfMonth * e;
+  // Rounded down, not toward zero.
+  if (months < 0) months -= kMonthParts - 1;
   int const day = static_cast<int>(rest - months / kMonthParts);
   int const month = static_cast<int>(e < 14 ? e - 1 : e - 13);
   return {static_cast<int>(c) - (month >= 3 ? 4716 : 4715), month, day};
 }
 
-DateFields FieldsOfDay(int number) {
-  // Days of 500,000 years need no more than half the width, and no sign.
-  constexpr unsigned kFewDays = 200000000;
-  auto const positive = static_cast<unsigned>(number);
-  return positive < kFewDays ? FieldsOfDayIn(positive) : FieldsOfDayIn(o_8b{number});
+/// The date of a day number that is not below 0 and whose year has room: the same steps, of which
+/// none rounds a negative number.
+d_Date CommonDate(unsigned number) {
+  YearAndDay const date = JulianDate(4 * (number + LeapDaysLeftOut(number) + 1402) + 3);
+  auto const year = static_cast<o_u2b>(date.year - 4716);
+  auto const monthAndDay = std::bit_cast<o_u2b>(date.day);
+  // Written as a whole, so that who reads a whole date need not wait for its parts.
+  return std::bit_cast<d_Date>(year | static_cast<o_u4b>(monthAndDay) << 16);
 }
 
 }  // namespace
@@ -112,16 +135,19 @@ DateFields FieldsOfDay(int number) {
 int d_Date::getAbsDate() const { return NumberOfDay(yearField, monthField, dayField); }
 
 void d_Date::setAbsDate(int number) {
-  DateFields const fields = FieldsOfDay(number);
-  yearField = static_cast<o_2b>(fields.year);
-  monthField = static_cast<o_u1b>(fields.month);
-  dayField = static_cast<o_u1b>(fields.day);
+  if (static_cast<unsigned>(number) < unsigned{kLastDayNumber}) [[likely]] {
+    *this = CommonDate(static_cast<unsigned>(number));
+  } else {
+    DateFields const fields = FieldsOfDay(number);
+    yearField = static_cast<o_2b>(fields.year);
+    monthField = static_cast<o_u1b>(fields.month);
+    dayField = static_cast<o_u1b>(fields.day);
+  }
 }
 
 // Day numbers wrap at 32 bits, however far a span reaches.
 void d_Date::MoveBy(o_8b days) {
-  int const number = NumberOfDay(yearField, monthField, dayField);
-  setAbsDate(static_cast<int>(static_cast<o_u4b>(number) + static_cast<o_u4b>(days)));
+  setAbsDate(static_cast<int>(static_cast<o_u4b>(getAbsDate()) + static_cast<o_u4b>(days)));
 }
 
 d_Date::Weekday d_Date::day_of_week() const { return static_cast<Weekday>((getAbsDate() + 2) % 7); }
