@@ -39,25 +39,14 @@ struct IdentifierOperations {
 template <XoTypeId kRow, class Identifier>
 constexpr TypeDescriptor MakeIdentifierRow(char const* name, char const* typeIdName,
                                            char const* format) {
-  using Objects = ObjectArray<Identifier>;
   using Operations = IdentifierOperations<Identifier>;
-  auto row =
-      WithTextConversions<kRow>(MakeEmptyRow(name, typeIdName, format, sizeof(Identifier), 1));
+  auto row = WithStorage<Identifier>(WithObjects<ObjectArray<Identifier>>(
+      WithTextConversions<kRow>(MakeEmptyRow(name, typeIdName, format, sizeof(Identifier), 1))));
   row.Create = Identifier::Create;
   row.Delete = Identifier::Delete;
-  row.Store = Identifier::Store;
-  row.Load = Identifier::Load;
-  row.NullSizeGet = Identifier::NullSizeGet;
-  row.SizeGet = Identifier::SizeGet;
-  row.SizeGetFromMemFile = Identifier::SizeGetFromMemFile;
   row.Compare = Identifier::Compare;
   row.EvalAndBound = Identifier::EvalAndBound;
   row.Hash = Identifier::Hash;
-  row.Constructor = Objects::Constructor;
-  row.Destructor = Objects::Destructor;
-  row.Assignment = Objects::Assignment;
-  row.Copy = Objects::Copy;
-  row.Translate = Identifier::Translate;
   row.IsNull = Operations::IsNull;
   row.SetNull = Operations::SetNull;
   row.PrintToXoString = Identifier::PrintToString;
@@ -91,26 +80,13 @@ struct SealOperations {
 };
 
 constexpr TypeDescriptor MakeSealRow() {
-  using Objects = ObjectArray<XoSeal>;
-  using Records = RecordOperations<SealRecord>;
   // The format is not used.
-  auto row =
-      WithTextConversions<XoSEAL_T>(MakeEmptyRow("XoSeal", "XoSEAL_T", "noop", sizeof(XoSeal), 1));
-  row.Create = Objects::Create;
-  row.Delete = Objects::Delete;
-  row.Store = Records::Store;
-  row.Load = Records::Load;
-  row.NullSizeGet = Records::NullSizeGet;
-  row.SizeGet = Records::SizeGet;
-  row.SizeGetFromMemFile = Records::SizeGetFromMemFile;
+  auto row = WithStorage<RecordOperations<SealRecord>>(
+      WithObjects<ObjectArray<XoSeal>>(WithTextConversions<XoSEAL_T>(
+          MakeEmptyRow("XoSeal", "XoSEAL_T", "noop", sizeof(XoSeal), 1))));
   row.Compare = XoSeal::Compare;
   row.EvalAndBound = XoSeal::EvalAndBound;
   row.Hash = XoSeal::Hash;
-  row.Constructor = Objects::Constructor;
-  row.Destructor = Objects::Destructor;
-  row.Assignment = Objects::Assignment;
-  row.Copy = Objects::Copy;
-  row.Translate = Records::Translate;
   row.PrintToXoString = SealOperations::PrintSlot;
   row.ScanFromXoString = SealOperations::ScanSlot;
   row.DefaultValue = SealOperations::DefaultValue;

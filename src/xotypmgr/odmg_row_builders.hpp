@@ -11,13 +11,8 @@ namespace xo {
 template <XoTypeId kRow, class Value>
 constexpr TypeDescriptor MakeOdmgRow(char const* name, char const* typeIdName, char const* format) {
   using Objects = ObjectArray<Value>;
-  auto row = WithTextConversions<kRow>(MakeEmptyRow(name, typeIdName, format, sizeof(Value), 1));
-  row.Create = Objects::Create;
-  row.Delete = Objects::Delete;
-  row.Constructor = Objects::Constructor;
-  row.Destructor = Objects::Destructor;
-  row.Assignment = Objects::Assignment;
-  row.Copy = Objects::Copy;
+  auto row = WithObjects<Objects>(
+      WithTextConversions<kRow>(MakeEmptyRow(name, typeIdName, format, sizeof(Value), 1)));
   row.PrintToXoString = PrintOdmg<Value>;
   row.ScanFromXoString = ScanOdmg<Value>;
   // There is no null value to ask for.
@@ -31,17 +26,11 @@ constexpr TypeDescriptor MakeOdmgRecordRow(char const* name, char const* typeIdN
                                            char const* format, XCompare* compare,
                                            TypeDescriptor::EvalAndBoundFunction* evalAndBound) {
   using Value = typename Layout::Value;
-  using Storage = TemporalStorage<Layout>;
-  auto row = MakeOdmgRow<kRow, Value>(name, typeIdName, format);
-  row.Store = Storage::Store;
-  row.Load = Storage::Load;
-  row.NullSizeGet = Storage::NullSizeGet;
-  row.SizeGet = Storage::SizeGet;
-  row.SizeGetFromMemFile = Storage::SizeGetFromMemFile;
+  auto row =
+      WithStorage<TemporalStorage<Layout>>(MakeOdmgRow<kRow, Value>(name, typeIdName, format));
   row.Compare = compare;
   row.EvalAndBound = evalAndBound;
   row.Hash = HashTemporal<Layout, Fold>;
-  row.Translate = Storage::Translate;
   row.GetValue = StepOdmg<Value>;
   return row;
 }

@@ -98,6 +98,30 @@ constexpr TypeDescriptor WithSizesOf(TypeDescriptor row) {
   return row;
 }
 
+/// `row` with arrays of objects that `Objects` makes and deletes, constructs and assigns.
+template <class Objects>
+constexpr TypeDescriptor WithObjects(TypeDescriptor row) {
+  row.Create = Objects::Create;
+  row.Delete = Objects::Delete;
+  row.Constructor = Objects::Constructor;
+  row.Destructor = Objects::Destructor;
+  row.Assignment = Objects::Assignment;
+  row.Copy = Objects::Copy;
+  return row;
+}
+
+/// `row` with the stored form of `Storage`.
+template <class Storage>
+constexpr TypeDescriptor WithStorage(TypeDescriptor row) {
+  row.Store = Storage::Store;
+  row.Load = Storage::Load;
+  row.NullSizeGet = Storage::NullSizeGet;
+  row.SizeGet = Storage::SizeGet;
+  row.SizeGetFromMemFile = Storage::SizeGetFromMemFile;
+  row.Translate = Storage::Translate;
+  return row;
+}
+
 /// A row of fixed-width elements: what follows from a disk family, and all else that `Traits`
 /// names. Rows of one family share what depends on the family alone.
 template <class Traits>
@@ -212,24 +236,11 @@ constexpr TypeDescriptor MakeTemporalRow(char const* name, char const* typeIdNam
                                          char const* format, XCompare* compare,
                                          TypeDescriptor::EvalAndBoundFunction* evalAndBound) {
   using Value = typename Layout::Value;
-  using Objects = ObjectArray<Value>;
-  using Storage = TemporalStorage<Layout>;
-  auto row = WithTextConversions<kRow>(MakeEmptyRow(name, typeIdName, format, sizeof(Value), 1));
-  row.Create = Objects::Create;
-  row.Delete = Objects::Delete;
-  row.Store = Storage::Store;
-  row.Load = Storage::Load;
-  row.NullSizeGet = Storage::NullSizeGet;
-  row.SizeGet = Storage::SizeGet;
-  row.SizeGetFromMemFile = Storage::SizeGetFromMemFile;
+  auto row = WithStorage<TemporalStorage<Layout>>(WithObjects<ObjectArray<Value>>(
+      WithTextConversions<kRow>(MakeEmptyRow(name, typeIdName, format, sizeof(Value), 1))));
   row.Compare = compare;
   row.EvalAndBound = evalAndBound;
   row.Hash = HashTemporal<Layout>;
-  row.Constructor = Objects::Constructor;
-  row.Destructor = Objects::Destructor;
-  row.Assignment = Objects::Assignment;
-  row.Copy = Objects::Copy;
-  row.Translate = Storage::Translate;
   row.IsNull = IsNullSlot<Value>;
   row.SetNull = SetNullSlot<Value>;
   row.PrintToXoString = PrintSlot<Value>;

@@ -17,18 +17,12 @@ namespace xo {
 
 /// What the string rows of both generations have in common.
 constexpr TypeDescriptor MakeCommonStringRow() {
-  using Objects = ObjectArray<XoString>;
-  auto row = MakeEmptyRow("XoString", "XoSTRING_T", "%s", sizeof(XoString), 0);
-  row.Create = Objects::Create;
-  row.Delete = Objects::Delete;
+  auto row = WithObjects<ObjectArray<XoString>>(
+      MakeEmptyRow("XoString", "XoSTRING_T", "%s", sizeof(XoString), 0));
   row.Load = StringLoad;
   row.NullSizeGet = StringNullSizeGet;
   row.ConvertTo = StringConvertToXoString;
   row.ConvertFrom = StringConvertFromXoString;
-  row.Constructor = Objects::Constructor;
-  row.Destructor = Objects::Destructor;
-  row.Assignment = Objects::Assignment;
-  row.Copy = Objects::Copy;
   row.PrintToXoString = StringPrintToXoString;
   row.ScanFromXoString = StringScanFromXoString;
   row.DefaultValue = StringDefaultValue;
@@ -68,26 +62,14 @@ template <class Text>
 constexpr TypeDescriptor MakeInlineStringRow(char const* name, char const* typeIdName,
                                              XCompare* compare, XoConvertTo* convertTo,
                                              XoConvertFrom* convertFrom) {
-  using Objects = ObjectArray<Text>;
   using Operations = InlineStringOperations<Text>;
-  auto row = MakeEmptyRow(name, typeIdName, "%s", sizeof(Text), 0);
-  row.Create = Objects::Create;
-  row.Delete = Objects::Delete;
-  row.Store = Operations::Store;
-  row.Load = Operations::Load;
-  row.NullSizeGet = Operations::NullSizeGet;
-  row.SizeGet = Operations::SizeGet;
-  row.SizeGetFromMemFile = Operations::SizeGetFromMemFile;
+  auto row = WithStorage<Operations>(
+      WithObjects<ObjectArray<Text>>(MakeEmptyRow(name, typeIdName, "%s", sizeof(Text), 0)));
   row.Compare = compare;
   row.EvalAndBound = EvaluateInline<Text>;
   row.Hash = Operations::Hash;
   row.ConvertTo = convertTo;
   row.ConvertFrom = convertFrom;
-  row.Constructor = Objects::Constructor;
-  row.Destructor = Objects::Destructor;
-  row.Assignment = Objects::Assignment;
-  row.Copy = Objects::Copy;
-  row.Translate = Operations::Translate;
   row.PrintToXoString = PrintWeightedText<Text>;
   row.ScanFromXoString = ScanWeightedText<Text>;
   row.DefaultValue = Operations::DefaultValue;
