@@ -69,13 +69,14 @@ static_assert(DateTimeLayout::kDiskWidth == 7 && DateTimeNLayout::kDiskWidth == 
 
 /// The slots of rows that follow from a layout.
 template <class Layout>
-struct TemporalStorage {
+struct TemporalStorage
+    : FixedWidthSlots<TemporalStorage<Layout>, Layout::kDiskWidth, Layout::kMemoryWidth> {
   static unsigned Store(void* disk, void const* memory, unsigned char format, unsigned count) {
     for (std::size_t index = 0; index < count; ++index) {
       Layout::StoreOne(Advance(disk, index * Layout::kDiskWidth),
                        Advance(memory, index * Layout::kMemoryWidth), FormNibble(format));
     }
-    return NullSizeGet(count);
+    return TemporalStorage::NullSizeGet(count);
   }
 
   static unsigned Load(void* memory, void const* disk, unsigned char format, unsigned count) {
@@ -83,38 +84,7 @@ struct TemporalStorage {
       Layout::LoadOne(Advance(memory, index * Layout::kMemoryWidth),
                       Advance(disk, index * Layout::kDiskWidth), FormNibble(format));
     }
-    return NullSizeGet(count);
-  }
-
-  static unsigned NullSizeGet(unsigned count) { return count * Layout::kDiskWidth; }
-
-  static unsigned SizeGet(void const*, unsigned char, unsigned char, unsigned count) {
-    return NullSizeGet(count);
-  }
-
-  static unsigned SizeGetFromMemFile(MemFile*, unsigned char, unsigned count) {
-    return NullSizeGet(count);
-  }
-
-  static unsigned Translate(void* target, unsigned char targetFormat, unsigned targetLength,
-                            void* source, unsigned char sourceFormat, unsigned sourceLength,
-                            unsigned count) {
-    bool const toMemory = HasMemoryBit(targetFormat);
-    bool const fromMemory = HasMemoryBit(sourceFormat);
-    if (toMemory && fromMemory) {
-      std::size_t const size = std::size_t{count} * Layout::kMemoryWidth;
-      if (size != 0) std::memmove(target, source, size);
-      return static_cast<unsigned>(size);
-    }
-    if (toMemory) {
-      return Load(target, source, sourceFormat,
-                  WholeElements(count, sourceLength, Layout::kDiskWidth));
-    }
-    if (fromMemory) {
-      return Store(target, source, FormNibble(targetFormat),
-                   WholeElements(count, targetLength, Layout::kDiskWidth));
-    }
-    return CopyStored(target, targetLength, source, sourceLength);
+    return TemporalStorage::NullSizeGet(count);
   }
 };
 

@@ -37,7 +37,8 @@ inline void StoreField4(void* place, o_u4b field, unsigned char format) {
 /// `Record` names the `Value`, its `kDiskWidth`, and how one is read and written: `Read(place,
 /// format)` and `Write(place, value, format)`. No address needs alignment.
 template <class Record>
-struct RecordOperations {
+struct RecordOperations : FixedWidthSlots<RecordOperations<Record>, Record::kDiskWidth,
+                                          sizeof(typename Record::Value)> {
   using Value = typename Record::Value;
   static constexpr unsigned kDiskWidth = Record::kDiskWidth;
   static constexpr unsigned kWidth = sizeof(Value);
@@ -47,7 +48,7 @@ struct RecordOperations {
       Record::Write(Advance(disk, index * kDiskWidth),
                     LoadBytes<Value>(Advance(memory, index * kWidth)), format);
     }
-    return NullSizeGet(count);
+    return RecordOperations::NullSizeGet(count);
   }
 
   static unsigned Load(void* memory, void const* disk, unsigned char format, unsigned count) {
@@ -55,35 +56,7 @@ struct RecordOperations {
       StoreBytes(Advance(memory, index * kWidth),
                  Record::Read(Advance(disk, index * kDiskWidth), format));
     }
-    return NullSizeGet(count);
-  }
-
-  static unsigned NullSizeGet(unsigned count) { return count * kDiskWidth; }
-  static unsigned SizeGet(void const*, unsigned char, unsigned char, unsigned count) {
-    return NullSizeGet(count);
-  }
-  static unsigned SizeGetFromMemFile(MemFile*, unsigned char, unsigned count) {
-    return NullSizeGet(count);
-  }
-
-  static unsigned Translate(void* target, unsigned char targetFormat, unsigned targetLength,
-                            void* source, unsigned char sourceFormat, unsigned sourceLength,
-                            unsigned count) {
-    bool const toMemory = HasMemoryBit(targetFormat);
-    bool const fromMemory = HasMemoryBit(sourceFormat);
-    if (toMemory && fromMemory) {
-      std::size_t const size = std::size_t{count} * kWidth;
-      if (size != 0) std::memmove(target, source, size);
-      return static_cast<unsigned>(size);
-    }
-    if (toMemory) {
-      return Load(target, source, sourceFormat, WholeElements(count, sourceLength, kDiskWidth));
-    }
-    if (fromMemory) {
-      return Store(target, source, FormNibble(targetFormat),
-                   WholeElements(count, targetLength, kDiskWidth));
-    }
-    return CopyStored(target, targetLength, source, sourceLength);
+    return RecordOperations::NullSizeGet(count);
   }
 
   /// `fold` of each element, XORed, times the multiplier of all hashes. `isMemory` tells whether
