@@ -1,6 +1,7 @@
 #include "src/xotypevl/string_bounds.hpp"
 
 #include <algorithm>
+#include <cstdint>
 
 #include "base/platform.hpp"
 #include "src/xotypevl/bound_key.hpp"
@@ -59,8 +60,12 @@ class StringPredicate {
     TextPart high = low;
     // What begins with a wildcard may stand anywhere.
     if (source.wildcard != 0) {
-      TakeLowBound(bounds, boundLow, low);
-      TakeHighBound(bounds, boundHigh, high);
+      // Keys of which parts are skipped may match and stand before the value.
+      bool const skips = HasOption(kScanSkips) && source.skipsOrders;
+      TakeBound<BuildLowBound>(bounds.low, bounds.lowLen, Selects(kXoBoundBelow) || skips,
+                               bounds.keyLimit, boundLow, low);
+      TakeBound<BuildHighBound>(bounds.high, bounds.highLen, Selects(kXoBoundAbove),
+                                bounds.keyLimit, boundHigh, high);
     }
     if (range == nullptr || range->low == nullptr || range->high == nullptr) return 0;
     EvaluatedText rangeLow;
@@ -100,33 +105,21 @@ class StringPredicate {
     }
   }
 
-  void TakeLowBound(XoIdxBounds& bounds, EvaluatedText& bound, TextPart& part) {
-    bool const exists = bounds.low != nullptr;
+  /// Takes the bound at one end, which `kBuild` builds where it is missing. `isOpen`: every key on
+  /// that side may match, so that none is built.
+  template <auto* kBuild>
+  void TakeBound(void*& record, std::uint8_t& length, bool isOpen, std::uint8_t keyLimit,
+                 EvaluatedText& bound, TextPart& part) {
+    bool const exists = record != nullptr;
     if (!exists) {
-      // Keys of which parts are skipped may match and stand before the value.
-      if (Selects(kXoBoundBelow) || (HasOption(kScanSkips) && source.skipsOrders)) return;
+      if (isOpen) return;
       key.Make(source);
-      BuiltBound const built = BuildLowBound(source, key, bounds.keyLimit);
-      bounds.low = built.record;
-      bounds.lowLen = built.length;
+      BuiltBound const built = kBuild(source, key, keyLimit);
+      record = built.record;
+      length = built.length;
       part.characters = built.characters;
     }
-    bound.Read(bounds.low, bounds.lowLen, format, generation);
-    part.text = &bound;
-    if (exists) part.characters = bound.Characters();
-  }
-
-  void TakeHighBound(XoIdxBounds& bounds, EvaluatedText& bound, TextPart& part) {
-    bool const exists = bounds.high != nullptr;
-    if (!exists) {
-      if (Selects(kXoBoundAbove)) return;
-      key.Make(source);
-      BuiltBound const built = BuildHighBound(source, key, bounds.keyLimit);
-      bounds.high = built.record;
-      bounds.highLen = built.length;
-      part.characters = built.characters;
-    }
-    bound.Read(bounds.high, bounds.highLen, format, generation);
+    bound.Read(record, length, format, generation);
     part.text = &bound;
     if (exists) part.characters = bound.Characters();
   }
