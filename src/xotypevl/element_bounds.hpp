@@ -46,6 +46,14 @@ EndNumbers NumbersOf(XoIdxBounds const& range, NumberAt numberAt) {
   return {static_cast<double>(numberAt(range.low)), static_cast<double>(numberAt(range.high))};
 }
 
+/// `numberOf` of the values at the ends of an index, read before bounds are written, as these may
+/// be the range.
+template <class Layout, class NumberOf>
+EndNumbers NumbersOfEnds(XoIdxBounds const* range, unsigned char nibble, NumberOf numberOf) {
+  if (!HasBothEnds(range)) return {};
+  return NumbersOf(*range, [&](void const* key) { return numberOf(Layout::Decode(key, nibble)); });
+}
+
 /// What becomes of a bound that was there before the call, where a value has wildcards.
 enum class PresentBound { kLeft, kRewritten };
 
@@ -102,6 +110,31 @@ std::array<unsigned char, Layout::kDiskWidth> StoredElement(typename Layout::Val
   std::array<unsigned char, Layout::kDiskWidth> element;
   Layout::StoreOne(element.data(), &value, nibble);
   return element;
+}
+
+/// The lowest and the highest value that one with wildcards stands for; its bounds.
+template <class Value>
+struct Ends {
+  Value low;
+  Value high;
+};
+
+/// Evaluates a predicate on a value of dates, whose bounds are left where they are there. `Rules`
+/// tells the `Number` of a value, widens the ends by `Widen`, which tells whether there is a
+/// wildcard, and the `Share` of an index whose ends are known.
+template <class Layout, class Rules>
+float EvaluateDates(XoIdxBounds const* range, unsigned short& op, void const* value,
+                    unsigned char format, unsigned count, void* bounds) {
+  unsigned char const nibble = FormNibble(format);
+  bool const isKnown = HasBothEnds(range);
+  EndNumbers const numbers = NumbersOfEnds<Layout>(range, nibble, Rules::Number);
+  op &= kRelationAndPattern;
+  auto const plain = Layout::Decode(value, nibble);
+  Ends<typename Layout::Value> ends{plain, plain};
+  if (Rules::Widen(ends)) op |= kXoBoundPattern;
+  ValueBounds targets(bounds, value, op, Layout::kDiskWidth * count, PresentBound::kLeft);
+  targets.Write(StoredElement<Layout>(ends.low, nibble), StoredElement<Layout>(ends.high, nibble));
+  return isKnown ? Rules::Share(op, plain, ends, numbers) : 0.0F;
 }
 
 }  // namespace xo

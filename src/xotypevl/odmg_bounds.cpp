@@ -62,14 +62,6 @@ float ShareOfIntegers(unsigned short op, int value, EndNumbers ends) {
   return ShareOfTotal(std::max(area, 0), total);
 }
 
-/// The numbers of the ends of an index, read before bounds are written, as these may be the range.
-template <class Record>
-EndNumbers NumbersOfEnds(XoIdxBounds const* range, unsigned char nibble) {
-  if (!HasBothEnds(range)) return {};
-  return NumbersOf(
-      *range, [nibble](void const* key) { return Record::Number(Record::Decode(key, nibble)); });
-}
-
 template <class Field>
 bool WidenField(Field& low, Field& high, Field lowest, Field highest) {
   if (low != kWildcard) return false;
@@ -86,21 +78,30 @@ bool WidenDate(XoDate& low, XoDate& high) {
   return year || month || day;
 }
 
+struct DateRules : DateRecord {
+  static bool Widen(Ends<XoDate>& ends) { return WidenDate(ends.low, ends.high); }
+  // A wildcard counts as the -1 that it is stored as.
+  static float Share(unsigned short op, XoDate const& plain, Ends<XoDate> const&,
+                     EndNumbers numbers) {
+    return ShareOfIntegers(op, Number(plain), numbers);
+  }
+};
+
+struct TimestampRules : TimestampRecord {
+  static bool Widen(Ends<TimestampFields>& ends) {
+    return WidenDate(ends.low.date, ends.high.date);
+  }
+  static float Share(unsigned short op, TimestampFields const&, Ends<TimestampFields> const& ends,
+                     EndNumbers numbers) {
+    return ShareOfRange(op, Number(ends.low), Number(ends.high), numbers);
+  }
+};
+
 }  // namespace
 
 float EvaluateOdmgDate(XoIdxBounds* range, unsigned short& op, void* value, unsigned char format,
                        unsigned count, void* bounds, XoEvalData*) {
-  unsigned char const nibble = FormNibble(format);
-  bool const isKnown = HasBothEnds(range);
-  EndNumbers const numbers = NumbersOfEnds<DateRecord>(range, nibble);
-  op &= kRelationAndPattern;
-  XoDate const plain = DateRecord::Decode(value, nibble);
-  XoDate low = plain, high = plain;
-  if (WidenDate(low, high)) op |= kXoBoundPattern;
-  ValueBounds targets(bounds, value, op, DateRecord::kDiskWidth * count, PresentBound::kLeft);
-  targets.Write(StoredElement<DateRecord>(low, nibble), StoredElement<DateRecord>(high, nibble));
-  // A wildcard counts as the -1 that it is stored as.
-  return isKnown ? ShareOfIntegers(op, DateRecord::Number(plain), numbers) : 0.0F;
+  return EvaluateDates<DateRecord, DateRules>(range, op, value, format, count, bounds);
 }
 
 float EvaluateOdmgTime(XoIdxBounds* range, unsigned short& op, void* value, unsigned char format,
@@ -109,7 +110,7 @@ float EvaluateOdmgTime(XoIdxBounds* range, unsigned short& op, void* value, unsi
   float const share =
       HasBothEnds(range)
           ? ShareOfIntegers(op, TimeRecord::Number(TimeRecord::Decode(value, nibble)),
-                            NumbersOfEnds<TimeRecord>(range, nibble))
+                            NumbersOfEnds<TimeRecord>(range, nibble, TimeRecord::Number))
           : 0.0F;
   BoundRecord(static_cast<XoIdxBounds*>(bounds), value, op, TimeRecord::kDiskWidth * count);
   return share;
@@ -117,19 +118,7 @@ float EvaluateOdmgTime(XoIdxBounds* range, unsigned short& op, void* value, unsi
 
 float EvaluateOdmgTimestamp(XoIdxBounds* range, unsigned short& op, void* value,
                             unsigned char format, unsigned count, void* bounds, XoEvalData*) {
-  unsigned char const nibble = FormNibble(format);
-  bool const isKnown = HasBothEnds(range);
-  EndNumbers const numbers = NumbersOfEnds<TimestampRecord>(range, nibble);
-  op &= kRelationAndPattern;
-  TimestampFields const plain = TimestampRecord::Decode(value, nibble);
-  TimestampFields low = plain, high = plain;
-  if (WidenDate(low.date, high.date)) op |= kXoBoundPattern;
-  ValueBounds targets(bounds, value, op, TimestampRecord::kDiskWidth * count, PresentBound::kLeft);
-  targets.Write(StoredElement<TimestampRecord>(low, nibble),
-                StoredElement<TimestampRecord>(high, nibble));
-  return isKnown ? ShareOfRange(op, TimestampRecord::Number(low), TimestampRecord::Number(high),
-                                numbers)
-                 : 0.0F;
+  return EvaluateDates<TimestampRecord, TimestampRules>(range, op, value, format, count, bounds);
 }
 
 }  // namespace xo

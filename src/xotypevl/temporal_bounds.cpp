@@ -26,13 +26,6 @@ double NumberOf(NanoSecondFields<Value> const& value) {
   return NumberOf(value.DateTime());
 }
 
-/// The lowest and the highest value that one with wildcards stands for; its bounds.
-template <class Value>
-struct Ends {
-  Value low;
-  Value high;
-};
-
 // Dates without a time: wildcards are the least and greatest fields of dates of the calendar, from
 // day number 0 on.
 
@@ -46,7 +39,7 @@ o_char LengthOfMonth(XoDate const& date) {
 
 /// Widens the fields in order, since what the least month and day are depends on those before.
 /// True: there is a wildcard.
-bool Widen(Ends<XoDate>& ends) {
+bool WidenDate(Ends<XoDate>& ends) {
   auto& [low, high] = ends;
   XoDate const value = low;
   if (value.year == kWildcard) {
@@ -76,6 +69,15 @@ XoDate Raised(XoDate date) {
   date.day = std::max(date.day, kFirstDate.day);
   return date;
 }
+
+struct DateRules {
+  static int Number(XoDate const& date) { return NumberOf(date); }
+  static bool Widen(Ends<XoDate>& ends) { return WidenDate(ends); }
+  static float Share(unsigned short op, XoDate const&, Ends<XoDate> const& ends,
+                     EndNumbers numbers) {
+    return ShareOfRange(op, NumberOf(Raised(ends.low)), NumberOf(ends.high), numbers);
+  }
+};
 
 // All others: a wildcard is every number of the field, and from the first one on all fields are.
 
@@ -127,21 +129,14 @@ void WidenFields(Ends<Value>& ends, FieldWidening& widening) {
       FieldsOf(ends.low));
 }
 
-/// The numbers of the ends of an index, read before bounds are written, as these may be the range.
-template <class Layout>
-EndNumbers NumbersOfEnds(XoIdxBounds const* range, unsigned char nibble) {
-  if (!HasBothEnds(range)) return {};
-  return NumbersOf(*range,
-                   [nibble](void const* key) { return NumberOf(Layout::Decode(key, nibble)); });
-}
-
 /// Slot `EvalAndBound` of the types whose wildcards are every number.
 template <class Layout, PresentBound kPresent>
 float EvaluateFields(XoIdxBounds const* range, unsigned short& op, void const* value,
                      unsigned char format, unsigned count, void* bounds) {
   unsigned char const nibble = FormNibble(format);
   bool const isKnown = HasBothEnds(range);
-  EndNumbers const numbers = NumbersOfEnds<Layout>(range, nibble);
+  EndNumbers const numbers =
+      NumbersOfEnds<Layout>(range, nibble, [](auto const& end) { return NumberOf(end); });
   FieldWidening widening(op);
   op &= kRelationAlone;
   auto const plain = Layout::Decode(value, nibble);
@@ -162,18 +157,7 @@ float EvaluateFields(XoIdxBounds const* range, unsigned short& op, void const* v
 
 float EvaluateDate(XoIdxBounds* range, unsigned short& op, void* value, unsigned char format,
                    unsigned count, void* bounds, XoEvalData*) {
-  unsigned char const nibble = FormNibble(format);
-  bool const isKnown = HasBothEnds(range);
-  EndNumbers const numbers = NumbersOfEnds<DateLayout>(range, nibble);
-  op &= kRelationAndPattern;
-  auto const plain = DateLayout::Decode(value, nibble);
-  Ends<XoDate> ends{plain, plain};
-  if (Widen(ends)) op |= kXoBoundPattern;
-  ValueBounds targets(bounds, value, op, DateLayout::kDiskWidth * count, PresentBound::kLeft);
-  targets.Write(StoredElement<DateLayout>(ends.low, nibble),
-                StoredElement<DateLayout>(ends.high, nibble));
-  return isKnown ? ShareOfRange(op, NumberOf(Raised(ends.low)), NumberOf(ends.high), numbers)
-                 : 0.0F;
+  return EvaluateDates<DateLayout, DateRules>(range, op, value, format, count, bounds);
 }
 
 float EvaluateTime(XoIdxBounds* range, unsigned short& op, void* value, unsigned char format,
