@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstddef>
+
 #include "intl/data/tables.hpp"
 
 /// Look-up of the module's records without a call, for the inner loops of the floors above. What
@@ -24,6 +26,15 @@ inline XoCodeSet const* FindCodeSet(unsigned char codeSet) {
 inline OrderTable const* FindOrderTable(unsigned char codeSet) {
   unsigned char const place = kCodeSetPlaces[codeSet];
   return place != kNoCodeSetPlace ? kCodeSets[place].orderTable : nullptr;
+}
+
+/// The letter heads of an 8-bit code set with an order table of its own; null for any other one.
+/// They stand in the order of the records, and in front of those of Unicode, so a comparison has
+/// them without a look at a record.
+inline LetterHead const* FindNarrowHeads(unsigned char codeSet) {
+  constexpr std::size_t kHeads = 256;
+  std::size_t const start = kHeads * kCodeSetPlaces[codeSet];
+  return start < kUnicodeEntries ? kLetterHeads + start : nullptr;
 }
 
 inline XoLanguage const* FindLanguage(unsigned char language) {

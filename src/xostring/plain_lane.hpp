@@ -49,6 +49,8 @@ struct NarrowUnits {
   static bool IsMark(unsigned short) { return false; }
   static bool IsMarkAt(char const*) { return false; }
   static bool HaveHeads(unsigned) { return true; }
+  /// The letter heads of a code set; null for one without.
+  static LetterHead const* Heads(unsigned char codeSet) { return intl::FindNarrowHeads(codeSet); }
 };
 
 /// Two bytes a character, in the machine's order.
@@ -69,6 +71,10 @@ struct WideUnits {
   static bool HaveHeads(unsigned codes) {
     static_assert(std::has_single_bit(OrderTable::kWideHeads));
     return codes < OrderTable::kWideHeads;
+  }
+  static LetterHead const* Heads(unsigned char codeSet) {
+    OrderTable const* const table = intl::FindOrderTable(codeSet);
+    return table != nullptr ? table->Heads() : nullptr;
   }
 };
 
@@ -253,15 +259,26 @@ inline constexpr std::size_t kFar = 16 * Units::kSize;
 /// Stands for the outcome of texts that letters alone do not settle.
 inline constexpr int kUnsettled = std::numeric_limits<int>::min();
 
-/// Compares two texts by the first difference of their letters, which outweighs all others;
-/// `kUnsettled` where there is none, unless the texts are the same, or where a head does not tell
-/// what its character compares as. `same` leading bytes, up to `kFar`, are the same on both sides.
-/// Inline, since it stands in one place for each width.
+/// The key of a settled letter, as far as levels below its own go; 0 where a language may have
+/// another one.
+inline unsigned KeyOfSettled(CharOrderEntry const* entry, unsigned char variants) {
+  unsigned char const* const group = entry->GroupOverride();
+  return entry->MayVary(variants) || group == nullptr ? 0 : KeyOf(entry->order, *group);
+}
+
+/// Compares two texts by the first difference of their letters, which outweighs all others, and
+/// where there is none by what differs besides; `kUnsettled` where a head does not tell what its
+/// character compares as. `same` leading bytes, up to `kFar`, are the same on both sides. Inline,
+/// since it stands in one place for each width.
 template <class Units>
-[[gnu::always_inline]] inline int CompareLetters(LetterHead const* heads, unsigned char variants,
+[[gnu::always_inline]] inline int CompareLetters(OrderTable const& table, unsigned char variants,
                                                  char const* text1, char const* text2,
-                                                 std::size_t same) {
-  for (bool isStart = true;; isStart = false, same = 0) {
+                                                 std::size_t same, unsigned short cmpOp) {
+  LetterHead const* const heads = table.Heads();
+  LevelDifferences differences;
+  // Whether only letters can be told apart.
+  bool isVague = false;
+  for (;; same = 0) {
     unsigned short code1 = 0;
     unsigned short code2 = 0;
     for (;; same += Units::kSize) {
@@ -269,22 +286,27 @@ template <class Units>
       code1 = Units::Get(text1 + same);
       code2 = Units::Get(text2 + same);
       if (code1 != code2) break;
-      if (code1 == 0) return isStart ? 0 : kUnsettled;
+      if (code1 == 0) return isVague ? kUnsettled : differences.Outcome(cmpOp);
     }
-    int const letters = DifferenceOfLetters<Units>(heads, variants, code1, code2);
-    if (letters != 0) return letters;
     if (!Units::HaveHeads(unsigned{code1} | code2)) return kUnsettled;
     LetterHead const head1 = heads[code1];
     LetterHead const head2 = heads[code2];
     text1 += same;
     text2 += same;
     if (!(head1 | head2).IsUnsettled(variants)) {
+      // No contraction of what is the same before them reaches either: it would be unsettled then.
+      int const letters = static_cast<int>(head1.Letter()) - static_cast<int>(head2.Letter());
+      if (letters != 0) return letters;
       // The same letter: accents or case differ, which matters if no letters do.
       text1 += Units::kSize;
       text2 += Units::kSize;
       if ((head1 | head2).MayBeMore(variants) || Units::IsMarkAt(text1) || Units::IsMarkAt(text2)) {
         return kUnsettled;
       }
+      unsigned const key1 = KeyOfSettled(Units::Find(table, code1), variants);
+      unsigned const key2 = KeyOfSettled(Units::Find(table, code2), variants);
+      isVague = isVague || key1 == 0 || key2 == 0;
+      differences.Take(key1, key2);
       continue;
     }
     // Spaces and symbols do not count among letters, whether or not they do after them.
@@ -292,6 +314,10 @@ template <class Units>
     bool const skips2 = head2.IsIgnorable();
     if (!skips1 && head1.IsUnsettled(variants)) return kUnsettled;
     if (!skips2 && head2.IsUnsettled(variants)) return kUnsettled;
+    isVague = isVague || (cmpOp & (kCmpSkipSpaces | kCmpSkipSymbols)) != 0;
+    int const ignorable = (skips1 ? Units::Find(table, code1)->order : 0) -
+                          (skips2 ? Units::Find(table, code2)->order : 0);
+    if (ignorable != 0) differences.ignorable = ignorable;
     if (skips1) text1 += Units::kSize;
     if (skips2) text2 += Units::kSize;
   }

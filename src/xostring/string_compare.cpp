@@ -1,3 +1,5 @@
+#include <cstring>
+
 #include "src/xostring/level_comparison.hpp"
 #include "src/xostring/order_keys.hpp"
 #include "src/xostring/plain_lane.hpp"
@@ -122,21 +124,30 @@ bool AreAlike(unsigned char codeSet1, unsigned char language1, char const* text1
                       byteOrder, positional);
 }
 
-/// Compares two whole texts of one code set and language that their first difference does not
-/// settle, or is not known of. `same` leading bytes, up to `kFar`, are the same on both sides.
+/// Compares two whole texts of one code set and language that their first letters do not settle.
+/// `same` leading bytes, up to `kFar`, are the same on both sides.
 template <class Units>
 [[gnu::noinline]] int CompareFurther(unsigned char codeSet, unsigned char language,
                                      char const* text1, char const* text2, unsigned short cmpOp,
-                                     std::size_t same) {
+                                     std::size_t same = 0) {
   OrderTable const* const table = intl::FindOrderTable(codeSet);
   XoLanguage const* const record = intl::FindLanguage(language);
   if (table != nullptr && record != nullptr) {
-    int const letters =
-        CompareLetters<Units>(table->Heads(), record->variantFlag, text1, text2, same);
-    if (letters != kUnsettled) return letters;
+    int const outcome =
+        CompareLetters<Units>(*table, record->variantFlag, text1, text2, same, cmpOp);
+    if (outcome != kUnsettled) return outcome;
   }
   return CompareAny(codeSet, language, text1, codeSet, language, text2, cmpOp, -1, FormLittle,
                     nullptr);
+}
+
+/// Whether more than the letters may begin at a place of two texts, of which `both` are the heads.
+template <class Units>
+[[gnu::always_inline]] inline bool MayBeMoreAt(LetterHead both, unsigned char variants,
+                                               char const* text1, char const* text2,
+                                               std::size_t place) {
+  std::size_t const next = place + Units::kSize;
+  return both.MayBeMore(variants) || Units::IsMarkAt(text1 + next) || Units::IsMarkAt(text2 + next);
 }
 
 /// Compares two whole texts of one code set and language, without a pattern. Words mostly differ in
@@ -145,46 +156,54 @@ template <class Units>
 [[gnu::always_inline]] inline int CompareWhole(unsigned char codeSet, unsigned char language,
                                                char const* text1, char const* text2,
                                                unsigned short cmpOp) {
-  OrderTable const* const table = intl::FindOrderTable(codeSet);
+  LetterHead const* const heads = Units::Heads(codeSet);
   XoLanguage const* const record = intl::FindLanguage(language);
-  if (table == nullptr || record == nullptr) {
-    return CompareFurther<Units>(codeSet, language, text1, text2, cmpOp, 0);
-  }
-  std::size_t same = 0;
-  unsigned short code1 = Units::Get(text1);
-  unsigned short code2 = Units::Get(text2);
-  while (code1 == code2) {
-    if (code1 == 0) return 0;
-    same += Units::kSize;
-    if (same == kFar<Units>) {
-      return CompareFurther<Units>(codeSet, language, text1, text2, cmpOp, same);
-    }
-    code1 = Units::Get(text1 + same);
-    code2 = Units::Get(text2 + same);
-  }
+  if (heads == nullptr || record == nullptr) [[unlikely]]
+    return CompareFurther<Units>(codeSet, language, text1, text2, cmpOp);
   unsigned char const variants = record->variantFlag;
-  LetterHead const* const heads = table->Heads();
-  for (std::size_t place = same; Units::HaveHeads(unsigned{code1} | code2);) {
+  // The first letters are looked at as such: that they are the same, but perhaps a capital on one
+  // side, is easier to foretell than whether they are the same characters.
+  unsigned const first1 = Units::Get(text1);
+  unsigned const first2 = Units::Get(text2);
+  if (!Units::HaveHeads(first1 | first2)) [[unlikely]]
+    return CompareFurther<Units>(codeSet, language, text1, text2, cmpOp);
+  LetterHead const start1 = heads[first1];
+  LetterHead const start2 = heads[first2];
+  if ((start1 | start2).IsUnsettled(variants)) [[unlikely]] {
+    if (first1 != first2) return CompareFurther<Units>(codeSet, language, text1, text2, cmpOp);
+  } else {
+    int const letters = static_cast<int>(start1.Letter()) - static_cast<int>(start2.Letter());
+    if (letters != 0) return letters;
+    if (first1 == 0) return 0;
+    if (MayBeMoreAt<Units>(start1 | start2, variants, text1, text2, 0) && first1 != first2)
+        [[unlikely]]
+      return CompareFurther<Units>(codeSet, language, text1, text2, cmpOp);
+  }
+  // Unrolled, since how far two words go together is foretold best of each place by itself.
+#pragma GCC unroll 16
+  for (std::size_t place = Units::kSize; place != kFar<Units>; place += Units::kSize) {
+    unsigned const code1 = Units::Get(text1 + place);
+    unsigned const code2 = Units::Get(text2 + place);
+    if (code1 == code2) {
+      if (code1 != 0) continue;
+      return CompareFurther<Units>(codeSet, language, text1, text2, cmpOp);
+    }
+    if (!Units::HaveHeads(code1 | code2))
+      return CompareFurther<Units>(codeSet, language, text1, text2, cmpOp);
     LetterHead const head1 = heads[code1];
     LetterHead const head2 = heads[code2];
     // No contraction of what is the same before them reaches either: it would be unsettled then.
-    if ((head1 | head2).IsUnsettled(variants)) break;
+    if ((head1 | head2).IsUnsettled(variants))
+      return CompareFurther<Units>(codeSet, language, text1, text2, cmpOp);
     int const letters = static_cast<int>(head1.Letter()) - static_cast<int>(head2.Letter());
-    if (letters != 0) return letters;
+    if (letters != 0) [[likely]]
+      return letters;
     // The same letter in another case: the next ones that differ may be others.
-    std::size_t const next = place + Units::kSize;
-    if ((head1 | head2).MayBeMore(variants) || Units::IsMarkAt(text1 + next) ||
-        Units::IsMarkAt(text2 + next)) {
-      break;
-    }
-    do {
-      place += Units::kSize;
-      code1 = Units::Get(text1 + place);
-      code2 = Units::Get(text2 + place);
-    } while (code1 == code2 && code1 != 0 && place < kFar<Units>);
-    if (code1 == code2) break;
+    if (MayBeMoreAt<Units>(head1 | head2, variants, text1, text2, place))
+      return CompareFurther<Units>(codeSet, language, text1, text2, cmpOp);
   }
-  return CompareFurther<Units>(codeSet, language, text1, text2, cmpOp, same);
+  bool const isSame = std::memcmp(text1, text2, kFar<Units>) == 0;
+  return CompareFurther<Units>(codeSet, language, text1, text2, cmpOp, isSame ? kFar<Units> : 0);
 }
 
 [[gnu::noinline]] int CompareWholeWide(unsigned char codeSet, unsigned char language,

@@ -205,6 +205,70 @@ TEST_F(PlainLane, GivesWhatTheGeneralComparisonGivesOnWords) {
   }
 }
 
+/// Every pair of characters, alone and between letters and symbols, in some language.
+TEST_F(PlainLane, GivesWhatTheGeneralComparisonGivesOfEveryTwoCharacters) {
+  auto const sets = CodeSetsWithTables();
+  for (unsigned pair = 0; pair < 0x10000; ++pair) {
+    std::string const one(1, static_cast<char>(pair)), two(1, static_cast<char>(pair >> 8));
+    std::pair<std::string, std::string> const texts[] = {
+        {one, two}, {"x" + one + "'y", "x" + two + "y'"}, {one + "-" + two, two + one}};
+    for (auto const& [text1, text2] : texts) {
+      unsigned char const set = OneIn(2) ? static_cast<unsigned char>(1)
+                                         : sets[Below(static_cast<unsigned>(sets.size() - 1))];
+      unsigned char const language = Language();
+      unsigned short const cmpOp =
+          OneIn(2) ? static_cast<unsigned short>(kCmpNoWildcards) : Operator();
+      ASSERT_EQ(Sign(LaneCompare(set, language, text1.c_str(), text2.c_str(), cmpOp, -1)),
+                Sign(GeneralCompare(set, language, text1.c_str(), text2.c_str(), cmpOp, -1)))
+          << (pair & 0xFF) << ' ' << (pair >> 8) << " code set " << int{set} << " language "
+          << int{language} << " operator " << cmpOp;
+    }
+  }
+}
+
+/// Words of the same letters, which differ in case, accents, spaces and symbols alone, and some
+/// that end before the others.
+TEST_F(PlainLane, GivesWhatTheGeneralComparisonGivesOfTheSameLetters) {
+  static constexpr std::string_view kForms[] = {
+      "aA\xE0\xC1\xE4\xC5", "cC\xE7\xC7", "dD", "eE\xE9\xC8\xEB", "lL",
+      "oO\xF6\xD8\xF4",     "sS",         "zZ"};
+  static constexpr std::string_view kBetween = "''--. _\xB7\xAD";
+  for (unsigned round = 0; round < 300000; ++round) {
+    std::string texts[2];
+    for (unsigned more = Below(round % 8 == 0 ? 40 : 9); more != 0; --more) {
+      std::string_view const forms = kForms[Below(std::size(kForms))];
+      char const common = forms[Below(static_cast<unsigned>(forms.size()))];
+      for (std::string& text : texts) {
+        if (OneIn(6)) text += kBetween[Below(static_cast<unsigned>(kBetween.size()))];
+        if (OneIn(60)) continue;
+        text += OneIn(3) ? forms[Below(static_cast<unsigned>(forms.size()))] : common;
+      }
+    }
+    bool const isNarrow = OneIn(2);
+    unsigned char const set = isNarrow ? static_cast<unsigned char>(1) : kUnicode;
+    std::u16string wide[2];
+    for (unsigned side = 0; side < 2; ++side) {
+      for (char const each : texts[side]) wide[side] += static_cast<unsigned char>(each);
+    }
+    auto const text1 = TextBytes(wide[0], set), text2 = TextBytes(wide[1], set);
+    unsigned char const language = Language();
+    unsigned short const cmpOp =
+        OneIn(2) ? static_cast<unsigned short>(kCmpNoWildcards) : Operator();
+    ASSERT_EQ(Sign(LaneCompare(set, language, text1.data(), text2.data(), cmpOp, -1)),
+              Sign(GeneralCompare(set, language, text1.data(), text2.data(), cmpOp, -1)))
+        << Shown(wide[0]) << " / " << Shown(wide[1]) << " code set " << int{set} << " language "
+        << int{language} << " operator " << cmpOp;
+  }
+}
+
+TEST(LetterHeads, OfANarrowCodeSetAreThoseOfItsTable) {
+  for (unsigned set = 0; set <= 224; ++set) {
+    auto const number = static_cast<unsigned char>(set);
+    OrderTable const* const table = intl::FindOrderTable(number);
+    EXPECT_EQ(intl::FindNarrowHeads(number), table != nullptr ? table->Heads() : nullptr) << set;
+  }
+}
+
 /// Texts of every length about those at which the way to the first difference changes, with the
 /// difference at every place.
 TEST_F(PlainLane, FindsTheFirstDifferenceWhereverItStands) {
