@@ -4,6 +4,7 @@
 #include <bit>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 
 #include "base/bytes.hpp"
 #include "src/xostring/level_comparison.hpp"
@@ -49,14 +50,14 @@ struct KeyCursor {
   bool IsOnIgnorable() const { return IsIgnorable(order); }
 };
 
-/// Compares in levels.
-[[gnu::noinline]] inline int CompareKeyLevels(KeyOrders a, KeyOrders b, unsigned char group,
-                                              unsigned short cmpOp) {
+/// Compares in levels from `same` bytes on, which are the same in both keys.
+[[gnu::noinline]] inline int CompareKeyLevels(KeyOrders a, KeyOrders b, std::size_t same,
+                                              unsigned char group, unsigned short cmpOp) {
   auto const skips = [cmpOp](unsigned short bit) {
     return static_cast<unsigned short>(cmpOp & bit);
   };
-  KeyCursor first{a, 0, skips(kCmpSkipSpaces), skips(kCmpSkipSymbols)};
-  KeyCursor second{b, 0, skips(kCmpSkipSpaces), skips(kCmpSkipSymbols)};
+  KeyCursor first{a, same, skips(kCmpSkipSpaces), skips(kCmpSkipSymbols)};
+  KeyCursor second{b, same, skips(kCmpSkipSpaces), skips(kCmpSkipSymbols)};
   LevelDifferences levels;
   for (;;) {
     first.Advance();
@@ -107,15 +108,16 @@ constexpr OrderBlock ZeroOrder(OrderBlock orders) {
   return (orders - FourTimes(1)) & ~orders & FourTimes(0x8000);
 }
 
-/// The place in bytes of the first orders in which two keys differ in more than accent and case, or
-/// of the zero at which both end before that; not beyond the end of the shorter one.
-inline std::size_t FirstDifference(KeyOrders const& a, KeyOrders const& b) {
+/// The place in bytes of the first orders that have bits of `differing`, or of the zero at which
+/// both keys end before that; not beyond the end of the shorter one.
+template <class Differing>
+std::size_t FirstDifference(KeyOrders const& a, KeyOrders const& b, Differing differing) {
   std::size_t const common = std::min(a.bytes, b.bytes);
   if (common < kBlockBytes) return 0;
   for (std::size_t offset = 0;;) {
     auto const orders = LoadBytes<OrderBlock>(a.orders + offset);
     OrderBlock const bits =
-        LetterDifference(orders, LoadBytes<OrderBlock>(b.orders + offset)) | ZeroOrder(orders);
+        differing(orders, LoadBytes<OrderBlock>(b.orders + offset)) | ZeroOrder(orders);
     if (bits != 0) return offset + static_cast<std::size_t>(std::countr_zero(bits)) / 16 * 2;
     if (offset + kBlockBytes == common) return common;
     // The last block may reach back into the one before it.
@@ -131,7 +133,10 @@ inline std::size_t FirstDifference(KeyOrders const& a, KeyOrders const& b) {
     while (IsIgnorable(key.At(offset))) offset += 2;
     return unsigned{key.At(offset)};
   };
-  std::size_t offset1 = FirstDifference(a, b);
+  auto const inLetters = [](OrderBlock orders1, OrderBlock orders2) {
+    return LetterDifference(orders1, orders2);
+  };
+  std::size_t offset1 = FirstDifference(a, b, inLetters);
   std::size_t offset2 = offset1;
   for (;; offset1 += 2, offset2 += 2) {
     unsigned const order1 = next(a, offset1);
@@ -139,8 +144,10 @@ inline std::size_t FirstDifference(KeyOrders const& a, KeyOrders const& b) {
     // Letters and digits that differ decide, whatever stands around them, and so does the end.
     int const difference = Difference(LetterKey(order1, group), LetterKey(order2, group));
     if (difference != 0) return difference;
-    if (order1 == 0) return CompareKeyLevels(a, b, group, cmpOp);
+    if (order1 == 0) break;
   }
+  std::size_t const same = FirstDifference(a, b, std::bit_xor<OrderBlock>());
+  return CompareKeyLevels(a, b, same, group, cmpOp);
 }
 
 /// The fewest bytes of keys that `CompareFirstLetters` takes.
