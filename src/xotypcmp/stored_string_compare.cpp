@@ -261,17 +261,14 @@ inline bool AreWholeTexts(unsigned len1, void const* buf1, unsigned len2, void c
   if (count == 1 && format == FormLittle && (cmpOp & kNoPattern) == kCmpNoWildcards &&
       AreWholeTexts(len1, buf1, len2, buf2, kTextBlockBytes - kLengthBytes)) [[likely]] {
     unsigned short const kind = KindOf(buf1);
-    OrderTable const* const table = intl::FindOrderTable(static_cast<unsigned char>(kind));
+    LetterHead const* const heads = intl::FindNarrowHeads(static_cast<unsigned char>(kind));
     XoLanguage const* const language = intl::FindLanguage(static_cast<unsigned char>(kind >> 8));
-    if (table != nullptr && language != nullptr) [[likely]] {
+    if (heads != nullptr && language != nullptr) [[likely]] {
       std::size_t const end = std::min(LengthOf(buf1), LengthOf(buf2)) + kLengthBytes;
       status = 0;
-      int result = 0;
-      if (CompareTextLetters(table->Heads(), language->variantFlag, Advance(buf1, 0),
-                             Advance(buf2, 0), kHeaderBytes, end, result)) [[likely]] {
-        return result;
-      }
-      return CompareAlikeTexts(buf1, buf2, cmpOp);
+      int const letters = DifferenceOfTexts(heads, language->variantFlag, Advance(buf1, 0),
+                                            Advance(buf2, 0), kHeaderBytes, end);
+      return letters != 0 ? letters : CompareAlikeTexts(buf1, buf2, cmpOp);
     }
   }
   return CompareFurther(format, len1, buf1, len2, buf2, cmpOp, count, status);

@@ -38,42 +38,37 @@ constexpr TextBlock ZeroCharacter(TextBlock characters) {
   }
 }
 
-/// Compares two texts, which begin at `place` of their records and end in a zero before `end`, by
-/// the first difference of their letters; false where there is none, unless the texts are the same,
-/// and where a head does not tell what its character compares as. `heads` are those of the code
-/// set, `variants` is the variant flag of the language.
-[[gnu::always_inline]] inline bool CompareTextLetters(LetterHead const* heads,
-                                                      unsigned char variants,
-                                                      unsigned char const* a,
-                                                      unsigned char const* b, std::size_t place,
-                                                      std::size_t end, int& result) {
+/// The outcome of two texts, which begin at `place` of their records and end in a zero before
+/// `end`, where letters tell them apart; 0 where they do not, or where a head does not tell what
+/// its character compares as. `heads` are those of the code set, `variants` is the variant flag of
+/// the language.
+[[gnu::always_inline]] inline int DifferenceOfTexts(LetterHead const* heads, unsigned char variants,
+                                                    unsigned char const* a, unsigned char const* b,
+                                                    std::size_t place, std::size_t end) {
   // The first letter is looked at by itself: that it is the same, but perhaps a capital on one
   // side, is easier to foretell than whether it is the same character.
-  unsigned char const first1 = a[place];
-  unsigned char const first2 = b[place];
-  LetterHead const heads1 = heads[first1] | heads[first2];
-  if (first1 != 0 && !heads1.IsUnsettled(variants) && !heads1.MayBeMore(variants)) [[likely]] {
-    result = static_cast<int>(heads[first1].Letter()) - static_cast<int>(heads[first2].Letter());
-    if (result != 0) return true;
-    ++place;
+  LetterHead const first1 = heads[a[place]];
+  LetterHead const first2 = heads[b[place]];
+  if ((first1 | first2).IsUnsettled(variants)) [[unlikely]] {
+    if (a[place] != b[place]) return 0;
+  } else {
+    int const letters = static_cast<int>(first1.Letter()) - static_cast<int>(first2.Letter());
+    if (letters != 0) return letters;
+    if ((first1 | first2).MayBeMore(variants) && a[place] != b[place]) [[unlikely]]
+      return 0;
   }
-  bool const isAlike = first1 == first2;
-  place = NextDifference(a, b, place, end);
-  if (a[place] == b[place]) {
-    result = 0;
-    return isAlike && a[place] == 0;
-  }
+  if (a[place] == 0) [[unlikely]]
+    return 0;
   for (;;) {
+    place = NextDifference(a, b, place + 1, end);
     LetterHead const head1 = heads[a[place]];
     LetterHead const head2 = heads[b[place]];
     // No contraction of what is the same before them reaches either: it would be unsettled then.
-    if ((head1 | head2).IsUnsettled(variants)) return false;
-    result = static_cast<int>(head1.Letter()) - static_cast<int>(head2.Letter());
-    if (result != 0) return true;
+    if ((head1 | head2).IsUnsettled(variants)) return 0;
+    int const letters = static_cast<int>(head1.Letter()) - static_cast<int>(head2.Letter());
+    if (letters != 0) return letters;
     // The same letter: accents or case differ, which matters if no letters do.
-    if ((head1 | head2).MayBeMore(variants)) return false;
-    place = NextDifference(a, b, place + 1, end);
-    if (a[place] == b[place]) return false;
+    if (a[place] == 0 || (head1 | head2).MayBeMore(variants)) return 0;
   }
 }
 
