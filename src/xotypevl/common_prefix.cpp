@@ -118,20 +118,38 @@ class StoredOrders {
 
   /// `StringPrefixEstimate` from a place on.
   double Estimate(std::size_t place, unsigned short count) const {
-    constexpr double kTwoTo32 = 4294967296.0;
-    std::array<unsigned, 3> kept{};
-    unsigned* next = kept.data();
-    std::size_t const end = std::min(place + count, (bytes + 1) / 2);
-    for (; place < end && next != kept.data() + kept.size(); ++place) {
-      unsigned short const order = Order(place);
-      if (order == 0) break;
-      if (order >= kFirstSignificantOrder) *next++ = KeyOf(order, group) >> 8 & 0xFFFF;
+    std::array<unsigned, kKept> kept{};
+    if (count < kKept || 2 * (place + kKept) > bytes || !AreSignificant(place)) {
+      unsigned* next = kept.data();
+      std::size_t const end = std::min(place + count, (bytes + 1) / 2);
+      for (; place < end && next != kept.data() + kept.size(); ++place) {
+        unsigned short const order = Order(place);
+        if (order == 0) break;
+        if (order >= kFirstSignificantOrder) *next++ = Digit(order);
+      }
+    } else {
+      // As most texts go on.
+      for (std::size_t index = 0; index < kKept; ++index)
+        kept[index] = Digit(OrderAt(place + index));
     }
+    constexpr double kTwoTo32 = 4294967296.0;
     return static_cast<double>(kept[0] | unsigned{group} << 16) * kTwoTo32 +
            static_cast<double>(kept[2] | kept[1] << 16);
   }
 
  private:
+  /// Orders that make an estimate.
+  static constexpr std::size_t kKept = 3;
+
+  unsigned Digit(unsigned short order) const { return KeyOf(order, group) >> 8 & 0xFFFF; }
+  /// An order that is there.
+  unsigned short OrderAt(std::size_t place) const { return LoadWide(start + 2 * place, byteOrder); }
+  /// Whether as many orders as make an estimate, which are there, all count.
+  bool AreSignificant(std::size_t place) const {
+    return std::min({OrderAt(place), OrderAt(place + 1), OrderAt(place + 2)}) >=
+           kFirstSignificantOrder;
+  }
+
   char const* const start;
   std::size_t const bytes;
   unsigned char const byteOrder;
