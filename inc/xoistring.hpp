@@ -113,8 +113,8 @@ class XO_EXPORT WeightedText {
   void Take(char const* bytes, unsigned size);
   Text& Splice(unsigned head, char const* middle, unsigned middleSize, unsigned tail);
 
-  /// The address, as far as it fits, of the block of whole words that was made for `text`. Whoever
-  /// puts another block in its place need not know of this.
+  /// The complement of the address, as far as it fits, of the block of whole words made for `text`.
+  /// What is put in its place at the same address may be read to the end of a word of eight bytes.
   unsigned blockOfWords;
 };
 

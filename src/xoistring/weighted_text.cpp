@@ -26,12 +26,18 @@ unsigned LengthOf(char const* text) {
 
 using Word = std::uint64_t;
 
-/// No part of an address of a block.
-constexpr unsigned kNoBlock = 1;
+/// No block, as in an object that was cleared to zeros as well.
+constexpr unsigned kNoBlock = 0;
 
-/// What is kept of the address of a block of words.
+/// The complement of an address, as far as it fits.
+unsigned Complement(char const* address) {
+  return ~static_cast<unsigned>(std::bit_cast<std::uintptr_t>(address));
+}
+
+/// What is kept of the address of a block of words: nothing that null would match.
 unsigned AddressOf(char const* block) {
-  return block != nullptr ? static_cast<unsigned>(std::bit_cast<std::uintptr_t>(block)) : kNoBlock;
+  unsigned const complement = Complement(block);
+  return complement != Complement(nullptr) ? complement : kNoBlock;
 }
 
 /// A block for a text of `size` bytes, of whole words, so that comparisons may read it by words. In
@@ -272,11 +278,7 @@ struct TextWords {
   Word stops;
 
   TextWords(char const* textA, char const* textB)
-      : a(LoadBytes<Word>(textA)),
-        b(LoadBytes<Word>(textB)),
-        // Of a word less one in each byte, zeros and nothing before the first have a new highest
-        // bit.
-        stops((a ^ b) | ((a - 0x0101010101010101u) & ~a & 0x8080808080808080u)) {}
+      : a(LoadBytes<Word>(textA)), b(LoadBytes<Word>(textB)), stops(DifferencesAndEnds(a, b)) {}
 
   /// Where the first stop is, the weights there.
   unsigned Bit() const { return static_cast<unsigned>(std::countr_zero(stops)) & ~7u; }
@@ -320,7 +322,7 @@ template <class Text>
 /// Whether `text` is the block of words that was made for it.
 template <class Text>
 bool WeightedText<Text>::IsOfWords() const {
-  return static_cast<unsigned>(std::bit_cast<std::uintptr_t>(text)) == blockOfWords;
+  return Complement(text) == blockOfWords;
 }
 
 template <class Text>

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <cstdint>
 
 #include "xoistring.hpp"
 
@@ -22,6 +23,13 @@ struct ByteWeights {
   unsigned char first;
   unsigned char second;
 };
+
+/// Of two words of text, the first byte lowest: has bits in the first byte that differs or is zero
+/// in both, and none before it.
+constexpr std::uint64_t DifferencesAndEnds(std::uint64_t a, std::uint64_t b) {
+  // Of a word less one in each byte, zeros and nothing before the first have a new highest bit.
+  return (a ^ b) | ((a - 0x0101010101010101) & ~a & 0x8080808080808080);
+}
 
 /// The weights of all bytes.
 using WeightTable = std::array<ByteWeights, 256>;

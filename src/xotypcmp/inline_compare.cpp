@@ -295,8 +295,7 @@ class KeyWords {
     std::uint64_t const alike = (std::uint64_t{1} << 8 * passed) - 1;
     a |= alike;
     b |= alike;
-    // Of a word less one in each byte, zeros and nothing before the first have a new highest bit.
-    ends = (a ^ b) | ((a - 0x0101010101010101u) & ~a & 0x8080808080808080u);
+    ends = DifferencesAndEnds(a, b);
     return ends != 0;
   }
 

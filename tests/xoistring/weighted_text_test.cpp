@@ -54,6 +54,22 @@ TYPED_TEST(WeightedText, EmptySourcesKeepNoBuffer) {
   }
 }
 
+TYPED_TEST(WeightedText, AnObjectOfZerosIsAnEmptyText) {
+  // As of a caller that clears memory and knows the fields alone.
+  alignas(TypeParam) unsigned char memory[sizeof(TypeParam)] = {};
+  TypeParam const& zeros = *reinterpret_cast<TypeParam const*>(memory);
+  EXPECT_TRUE(zeros == TypeParam());
+  EXPECT_TRUE(TypeParam() == zeros);
+  EXPECT_TRUE(zeros < TypeParam("a"));
+  EXPECT_TRUE(TypeParam("a") > zeros);
+  TypeParam value("abcdefghi");
+  char* const taken = std::exchange(value.text, nullptr);
+  EXPECT_TRUE(value == zeros);
+  EXPECT_TRUE(value < TypeParam("a"));
+  value.text = taken;
+  EXPECT_TRUE(value == TypeParam("abcdefghi"));
+}
+
 TYPED_TEST(WeightedText, ConstructorsTakeTextAndNumbers) {
   EXPECT_EQ(Show(TypeParam("abc")), "abc");
   EXPECT_EQ(Show(TypeParam("abc", 2)), "ab");
