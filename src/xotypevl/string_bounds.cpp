@@ -4,6 +4,7 @@
 #include <cstdint>
 
 #include "base/platform.hpp"
+#include "src/xotypevl/bound_area.hpp"
 #include "src/xotypevl/bound_key.hpp"
 #include "src/xotypevl/common_prefix.hpp"
 #include "xoidxbounds.hpp"
@@ -54,6 +55,8 @@ class StringPredicate {
   /// Fills the bounds that are missing, and tells the share of the keys between the ends of `range`
   /// that the predicate selects.
   float Evaluate(XoIdxBounds const* range, XoIdxBounds& bounds) {
+    // First, as `bounds` may be the range.
+    bool const isKnown = HasBothEnds(range);
     EvaluatedText boundLow;
     EvaluatedText boundHigh;
     TextPart low{&text, static_cast<unsigned short>(source.wildcard)};
@@ -67,7 +70,7 @@ class StringPredicate {
       TakeBound<BuildHighBound>(bounds.high, bounds.highLen, Selects(kXoBoundAbove),
                                 bounds.keyLimit, boundHigh, high);
     }
-    if (range == nullptr || range->low == nullptr || range->high == nullptr) return 0;
+    if (!isKnown) return 0;
     EvaluatedText rangeLow;
     EvaluatedText rangeHigh;
     rangeLow.Read(range->low, range->lowLen, format, generation);

@@ -75,6 +75,22 @@ TEST(StringBounds, BoundsThatExistAreKept) {
   }
 }
 
+TEST(StringBounds, AreNoRangeOfTheCallThatFillsThem) {
+  for (bool const older : {false, true}) {
+    StoredBytes const text = older ? OlderRecord({"abc"}) : Record("abc");
+    PlacedBytes const value(text, 1);
+    XoIdxBounds both;
+    both.keyLimit = 100;
+    unsigned short op = kEqual;
+    EXPECT_EQ(XoTypeMgr(older ? 3 : 5)
+                  .EvalAndBound(XoSTRING_T, &both, op, value.Data(), kLittle, 1, &both, nullptr),
+              0);
+    EXPECT_NE(both.low, nullptr);
+    EXPECT_NE(both.high, nullptr);
+    ReleaseBounds(both);
+  }
+}
+
 TEST(StringBounds, WithoutARecordForThemThePatternIsStillMarked) {
   XoTypeMgr const manager;
   for (auto const& [text, op] : {std::pair{"abc", 1}, {"a*", 9}, {"*", 9}, {"?a", 9}}) {
