@@ -119,9 +119,9 @@ struct Ends {
   Value high;
 };
 
-/// Evaluates a predicate on a value of dates, whose bounds are left where they are there. `Rules`
-/// tells the `Number` of a value, widens the ends by `Widen`, which tells whether there is a
-/// wildcard, and the `Share` of an index whose ends are known.
+/// Evaluates a predicate on a date, alone or with a time. Bounds that are there before the call
+/// stay as they are. `Rules` tells the `Number` of a value; its `Widen` widens the ends and tells
+/// whether there is a wildcard; its `Share` is that of an index whose ends are known.
 template <class Layout, class Rules>
 float EvaluateDates(XoIdxBounds const* range, unsigned short& op, void const* value,
                     unsigned char format, unsigned count, void* bounds) {
