@@ -11,9 +11,6 @@
 namespace xo::tool {
 namespace {
 
-/// Closes the upper bound of a pattern: it stands behind every other order.
-constexpr unsigned short kHighestOrder = 0xFFFE;
-
 std::string OrdersText(IndexShape const& shape, ByteSpan bytes) {
   TextKey const key(LmdbValue(bytes.data(), bytes.size()), shape.format);
   std::string text;

@@ -10,8 +10,6 @@ constexpr std::size_t kValueKeyRoom = 4096;
 /// Longer keys make bounds that are cut. Several keys may be equal to one that is cut shorter than
 /// they are, and a seek may come to any of these.
 constexpr std::size_t kLongestWholeBound = 254;
-/// Closes the upper bound of a pattern. It stands for every order, those above it included.
-constexpr unsigned short kHighestOrder = 0xFFFE;
 
 constexpr unsigned short kSkips = kCmpSkipSpaces | kCmpSkipSymbols;
 
@@ -117,7 +115,7 @@ ScanEnd StringPredicate::EndByLetters(Bytes const& bound) const {
   limit.letters = LettersOf(key, false, limit.orders);
   limit.group = key.Group();
   limit.isOpen = key.IsCutForRoom();
-  if (key.Orders() != 0 && key.Order(key.Orders() - 1) == kHighestOrder) {
+  if (!limit.orders.empty() && limit.orders.back() == kHighestOrder) {
     limit.letters.pop_back();
     limit.orders.pop_back();
     limit.isOpen = true;

@@ -22,6 +22,9 @@ inline constexpr std::size_t kKeyShortest = kKeyHeader + kKeyClosing;
 inline constexpr std::size_t kKeyGroupAt = 3;
 inline constexpr unsigned char kKeyEndsAtGroup = 0x80;
 
+/// Closes the upper bound of a pattern. It stands for every order, those above it included.
+inline constexpr unsigned short kHighestOrder = 0xFFFE;
+
 /// Whether a key can be of `size` bytes. LMDB's pages hold none of more than 511.
 constexpr bool IsTextKeySize(std::size_t size) { return size >= kKeyShortest && size <= 511; }
 
