@@ -5,7 +5,7 @@
 #include "base/export.hpp"
 
 /// What an index holds, or where a scan of it runs: two stored keys. `XoTypeMgr::EvalAndBound`
-/// takes the first as `range`, which it only reads, and fills the second as `bounds`.
+/// takes the first as `range`, of which it changes no field, and fills the second as `bounds`.
 ///
 /// A bound that is present is kept, so that several predicates on one key can share a record: the
 /// first one wins. What an evaluation adds is allocated as `AllocateBound` does and belongs to the
