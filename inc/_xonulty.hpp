@@ -1,6 +1,7 @@
 #pragma once
 
 #include "xoint64.hpp"
+#include "xostringhash.hpp"
 #include "xotypes.hpp"
 
 /// Plain numbers that can be null, one class for each row of the table.
@@ -21,9 +22,6 @@ constexpr NullRelation XoNullRelation(bool firstIsNull, bool secondIsNull) {
 /// Order of two values of which one at least is null: null comes first. It is a fault to ask it of
 /// `kNeitherNull`, reported through `XOLA_assert`, and gives -2.
 XO_EXPORT int XoNullOrder(NullRelation relation);
-
-/// What a null element adds to the hash of its array, and what a null text hashes to.
-inline constexpr unsigned NullElementHashConstant = 0xFEFE7575;
 
 /// A number, then a byte that is 1 when there is none; the number is 0 then. `kRow` is the row of
 /// the class, which tells apart classes of the same number.

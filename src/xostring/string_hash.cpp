@@ -9,7 +9,6 @@ using namespace xo;
 
 namespace {
 
-constexpr unsigned kNullHash = 0xFEFE7575;
 constexpr unsigned kMultiplier = 9;
 
 /// Hash of the units of a text under `mask`. Only code set 253 is read in units of 16 bits: the
@@ -79,7 +78,7 @@ unsigned HashBytes(char const* text, short count) {
 
 unsigned HashString(unsigned char codeSet, unsigned char language, char const* text, short count,
                     unsigned char byteOrder) {
-  if (IsNullText(codeSet, language)) return kNullHash;
+  if (IsNullText(codeSet, language)) return NullElementHashConstant;
   if (count == 0 || count < -1) return 0;
   XoStringIterator iterator(text, codeSet, language, byteOrder);
   return iterator.codeSet != kNoCodeSet ? HashOrders(iterator, count)
