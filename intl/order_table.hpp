@@ -148,6 +148,12 @@ class XO_EXPORT LetterHead {
   /// behind it, and what may belong to the character before it. `variantFlag` is that of the
   /// language's record, 0 without a record. The bits of two heads can be asked together.
   bool IsUnsettled(unsigned char variantFlag) const { return (bits & Parts(variantFlag)) != 0; }
+  /// The letter here less the one of `other`, of heads that are settled: how two texts compare that
+  /// are the same before them, unless it is 0. No contraction of what is the same reaches either
+  /// letter, which would be unsettled then.
+  int LetterDifference(LetterHead other) const {
+    return static_cast<int>(Letter()) - static_cast<int>(other.Letter());
+  }
   /// Whether more than one letter may begin here: orders may follow, or the character behind may
   /// belong to this one and is no mark. Of heads that are settled; they can be asked together.
   bool MayBeMore(unsigned char variantFlag) const { return (bits & Parts(variantFlag) >> 8) != 0; }

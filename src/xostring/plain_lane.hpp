@@ -247,9 +247,8 @@ int DifferenceOfLetters(LetterHead const* heads, unsigned char variants, unsigne
   if (!Units::HaveHeads(unsigned{code1} | code2)) return 0;
   LetterHead const head1 = heads[code1];
   LetterHead const head2 = heads[code2];
-  // No contraction of what is the same before them reaches either: it would be unsettled then.
   if ((head1 | head2).IsUnsettled(variants)) return 0;
-  return static_cast<int>(head1.Letter()) - static_cast<int>(head2.Letter());
+  return head1.LetterDifference(head2);
 }
 
 /// Beyond this many bytes that two texts have in common it pays to measure the texts.
@@ -294,8 +293,7 @@ template <class Units>
     text1 += same;
     text2 += same;
     if (!(head1 | head2).IsUnsettled(variants)) {
-      // No contraction of what is the same before them reaches either: it would be unsettled then.
-      int const letters = static_cast<int>(head1.Letter()) - static_cast<int>(head2.Letter());
+      int const letters = head1.LetterDifference(head2);
       if (letters != 0) return letters;
       // The same letter: accents or case differ, which matters if no letters do.
       text1 += Units::kSize;

@@ -172,7 +172,7 @@ template <class Units>
   if ((start1 | start2).IsUnsettled(variants)) [[unlikely]] {
     if (first1 != first2) return CompareFurther<Units>(codeSet, language, text1, text2, cmpOp);
   } else {
-    int const letters = static_cast<int>(start1.Letter()) - static_cast<int>(start2.Letter());
+    int const letters = start1.LetterDifference(start2);
     if (letters != 0) return letters;
     if (first1 == 0) return 0;
     if (MayBeMoreAt<Units>(start1 | start2, variants, text1, text2, 0) && first1 != first2)
@@ -192,10 +192,9 @@ template <class Units>
       return CompareFurther<Units>(codeSet, language, text1, text2, cmpOp);
     LetterHead const head1 = heads[code1];
     LetterHead const head2 = heads[code2];
-    // No contraction of what is the same before them reaches either: it would be unsettled then.
     if ((head1 | head2).IsUnsettled(variants))
       return CompareFurther<Units>(codeSet, language, text1, text2, cmpOp);
-    int const letters = static_cast<int>(head1.Letter()) - static_cast<int>(head2.Letter());
+    int const letters = head1.LetterDifference(head2);
     if (letters != 0) [[likely]]
       return letters;
     // The same letter in another case: the next ones that differ may be others.

@@ -52,7 +52,7 @@ constexpr TextBlock ZeroCharacter(TextBlock characters) {
   if ((first1 | first2).IsUnsettled(variants)) [[unlikely]] {
     if (a[place] != b[place]) return 0;
   } else {
-    int const letters = static_cast<int>(first1.Letter()) - static_cast<int>(first2.Letter());
+    int const letters = first1.LetterDifference(first2);
     if (letters != 0) return letters;
     if ((first1 | first2).MayBeMore(variants) && a[place] != b[place]) [[unlikely]]
       return 0;
@@ -63,9 +63,8 @@ constexpr TextBlock ZeroCharacter(TextBlock characters) {
     place = NextDifference(a, b, place + 1, end);
     LetterHead const head1 = heads[a[place]];
     LetterHead const head2 = heads[b[place]];
-    // No contraction of what is the same before them reaches either: it would be unsettled then.
     if ((head1 | head2).IsUnsettled(variants)) return 0;
-    int const letters = static_cast<int>(head1.Letter()) - static_cast<int>(head2.Letter());
+    int const letters = head1.LetterDifference(head2);
     if (letters != 0) return letters;
     // The same letter: accents or case differ, which matters if no letters do.
     if (a[place] == 0 || (head1 | head2).MayBeMore(variants)) return 0;
