@@ -13,23 +13,20 @@ constexpr std::size_t kLongestWholeBound = 254;
 
 constexpr unsigned short kSkips = kCmpSkipSpaces | kCmpSkipSymbols;
 
-/// Of a text that is no pattern, the comparison is one without wildcards.
-unsigned short KnownOptions(IndexShape const& shape, ByteSpan record, unsigned short cmpOp) {
+bool HasWildcard(IndexShape const& shape, ByteSpan record) {
   XoString text;
   // The library does not write to the source of a load.
   auto* const source = const_cast<unsigned char*>(record.data());
   XoTypeMgr{}.Load(shape.type, &text, source, shape.format, 1);
-  bool const hasWildcard =
-      FindWildcard(text.codeSet, text.language, text.text, 0, 0xFFFF, nullptr, FormLittle) >= 0;
-  return hasWildcard ? cmpOp : static_cast<unsigned short>(cmpOp | kCmpNoWildcards);
+  return FindWildcard(text.codeSet, text.language, text.text, 0, 0xFFFF, nullptr, FormLittle) >= 0;
 }
 
 }  // namespace
 
 StringPredicate::StringPredicate(IndexReader const& reader, unsigned short wantedRelation,
                                  unsigned short wantedCmpOp, ByteSpan wantedRecord)
-    : Predicate(reader, wantedRelation, KnownOptions(reader.Meta(), wantedRecord, wantedCmpOp)),
-      record(wantedRecord.begin(), wantedRecord.end()),
+    : TextPredicate(reader, wantedRelation, wantedCmpOp, wantedRecord,
+                    HasWildcard(reader.Meta(), wantedRecord)),
       wholeKey(kValueKeyRoom) {
   wholeKey.resize(MakeKey(shape, record, wholeKey.data(), wholeKey.size()));
   TextKey const key = Fields(wholeKey);
@@ -40,12 +37,6 @@ StringPredicate::StringPredicate(IndexReader const& reader, unsigned short wante
 
 TextKey StringPredicate::Fields(Bytes const& key) const {
   return {LmdbValue(key.data(), key.size()), shape.format};
-}
-
-/// What a pattern has behind its wildcard does not order.
-char const* StringPredicate::ReasonToScanAll() const {
-  bool const isInOrder = relation == kXoBoundEqual || !IsPattern();
-  return isInOrder ? nullptr : "the index is not in the order of a pattern";
 }
 
 /// Whether the keys of all that is selected are made as the value's is. Spaces and symbols that do
@@ -154,10 +145,6 @@ Answer StringPredicate::Ask(MDB_val const& key) const {
   bool const isSettled =
       status == 0 && (!fields.IsCut() || (relation == kXoBoundEqual && (cmpOp & kSkips) == 0));
   return isSettled ? answer(order) : Answer::kAskRecords;
-}
-
-bool StringPredicate::SelectsRecord(ByteSpan other) const {
-  return Relates(CompareRecords(shape, other, record, cmpOp));
 }
 
 }  // namespace xo::tool

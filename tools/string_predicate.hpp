@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tools/predicate.hpp"
+#include "tools/text_predicate.hpp"
 
 namespace xo::tool {
 
@@ -14,21 +14,18 @@ namespace xo::tool {
 /// wildcard, but for case and accents that do not count: their bounds are made of the value's key
 /// as the index would have it, and what is between them is all that there is. Bounds of other
 /// predicates are taken by their letters.
-class StringPredicate : public Predicate {
+class StringPredicate : public TextPredicate {
  public:
   StringPredicate(IndexReader const& reader, unsigned short wantedRelation,
                   unsigned short wantedCmpOp, ByteSpan wantedRecord);
 
-  char const* ReasonToScanAll() const override;
   Answer Ask(MDB_val const& key) const override;
-  bool SelectsRecord(ByteSpan record) const override;
 
  protected:
   Evaluated ToEvaluate() const override;
   ScanLimits LimitsOfBounds(Evaluation const& evaluation) const override;
 
  private:
-  bool IsPattern() const { return (cmpOp & kCmpNoWildcards) == 0; }
   bool IsFoundByKey() const;
   TextKey Fields(Bytes const& key) const;
   Bytes KeyInIndex() const;
@@ -36,7 +33,6 @@ class StringPredicate : public Predicate {
   ScanEnd EndByLetters(Bytes const& bound) const;
   int OrderByLetters(TextKey const& key) const;
 
-  Bytes record;
   /// The key of the value with room for all of it.
   Bytes wholeKey;
   /// Its letters, of a pattern those before the first wildcard.

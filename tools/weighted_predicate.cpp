@@ -18,19 +18,15 @@ std::string_view AsCharacters(ByteSpan bytes) {
   return {static_cast<char const*>(static_cast<void const*>(bytes.data())), bytes.size()};
 }
 
-/// Of a text that is no pattern, the comparison is one without wildcards.
-unsigned short KnownOptions(ByteSpan record, unsigned short cmpOp) {
-  bool const hasWildcard =
-      AsCharacters(TextBytes(record)).find_first_of(kWildcards) != std::string_view::npos;
-  return hasWildcard ? cmpOp : static_cast<unsigned short>(cmpOp | kCmpNoWildcards);
+bool HasWildcard(ByteSpan record) {
+  return AsCharacters(TextBytes(record)).find_first_of(kWildcards) != std::string_view::npos;
 }
 
 }  // namespace
 
 WeightedPredicate::WeightedPredicate(IndexReader const& reader, unsigned short wantedRelation,
                                      unsigned short wantedCmpOp, ByteSpan wantedRecord)
-    : Predicate(reader, wantedRelation, KnownOptions(wantedRecord, wantedCmpOp)),
-      record(wantedRecord.begin(), wantedRecord.end()),
+    : TextPredicate(reader, wantedRelation, wantedCmpOp, wantedRecord, HasWildcard(wantedRecord)),
       literalKey(shape.keyLength) {
   std::string_view text = AsCharacters(TextBytes(record));
   if (IsPattern()) text = text.substr(0, text.find_first_of(kWildcards));
@@ -49,12 +45,6 @@ void WeightedPredicate::FindPairs() {
     std::size_t const size = MakeKey(shape, text, key.data(), key.size());
     if (size > kWeightedFrame + 1) secondOfPair[key[kWeightedHeader]] = key[kWeightedHeader + 1];
   }
-}
-
-/// What a pattern has behind its wildcard does not order.
-char const* WeightedPredicate::ReasonToScanAll() const {
-  bool const isInOrder = relation == kXoBoundEqual || !IsPattern();
-  return isInOrder ? nullptr : "the index is not in the order of a pattern";
 }
 
 ByteSpan WeightedPredicate::Literal() const {
@@ -127,10 +117,6 @@ Answer WeightedPredicate::Ask(MDB_val const& key) const {
   int const order = indexOrder.compare(&key, &wanted);
   if (order == 0 && fields.MayBeCut()) return Answer::kAskRecords;
   return Relates(order) ? Answer::kYes : Answer::kNo;
-}
-
-bool WeightedPredicate::SelectsRecord(ByteSpan other) const {
-  return Relates(CompareRecords(shape, other, record, cmpOp));
 }
 
 }  // namespace xo::tool

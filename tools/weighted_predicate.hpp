@@ -2,7 +2,7 @@
 
 #include <array>
 
-#include "tools/predicate.hpp"
+#include "tools/text_predicate.hpp"
 #include "tools/weighted_text.hpp"
 
 namespace xo::tool {
@@ -11,27 +11,23 @@ namespace xo::tool {
 ///
 /// A key that is whole tells everything by which texts compare. What matches a pattern begins with
 /// what stands before its first wildcard; the rest is settled on the records.
-class WeightedPredicate : public Predicate {
+class WeightedPredicate : public TextPredicate {
  public:
   WeightedPredicate(IndexReader const& reader, unsigned short wantedRelation,
                     unsigned short wantedCmpOp, ByteSpan wantedRecord);
 
-  char const* ReasonToScanAll() const override;
   Answer Ask(MDB_val const& key) const override;
-  bool SelectsRecord(ByteSpan record) const override;
 
  protected:
   Evaluated ToEvaluate() const override;
   ScanLimits LimitsOfBounds(Evaluation const& evaluation) const override;
 
  private:
-  bool IsPattern() const { return (cmpOp & kCmpNoWildcards) == 0; }
   ByteSpan Literal() const;
   std::size_t SureWeights(ByteSpan literal) const;
   bool MayBegin(WeightedKey const& key) const;
   void FindPairs();
 
-  Bytes record;
   /// The key that the index has of the value, or of what a pattern has before its first wildcard.
   Bytes literalKey;
   /// By first weight, the second one of a byte that stands for two letters; 0 where there is none.
