@@ -3,21 +3,12 @@
 import datetime
 import itertools
 import json
-import operator
 import os
 import random
 import unittest
 
-from xotm_support import DONE, IS_SANITIZED, ToolTest, new_seed
+from xotm_support import DONE, IS_SANITIZED, RELATIONS, ToolTest, new_seed
 
-RELATIONS = {
-    "<": operator.lt,
-    "<=": operator.le,
-    "=": operator.eq,
-    ">=": operator.ge,
-    ">": operator.gt,
-    "<>": operator.ne,
-}
 FLAGS = ("ignore-case", "ignore-accents", "skip-spaces", "skip-symbols")
 # Case twins, accents, letters that sort as two, spaces, symbols, digits, and other scripts.
 PIECES = ["a", "A", "á", "Á", "b", "c", "ch", "e", "é", "ß", "ss", "ö", " ", "  ", "-", "'", "_", "1",
@@ -29,14 +20,7 @@ NASTY = ["", " ", "  ", "-", "--", "'", "- -", "a-b", "a b", "ab", "AB", "Ab", "
 WORDS = "/usr/share/dict/ngerman"
 
 
-class SearchTest(ToolTest):
-    def explain(self, predicate, *arguments):
-        result = self.index("explain", "i", "--json", *arguments, "--", predicate)
-        self.assertEqual((result.returncode, result.stderr), (DONE, b""), predicate)
-        return json.loads(result.stdout)
-
-
-class Strings(SearchTest):
+class Strings(ToolTest):
     """What `explain` tells that a search finds, against the place of the value in a sorted list."""
 
     def create_words(self, words, key_length, *arguments):
@@ -66,7 +50,6 @@ class Strings(SearchTest):
         options = ["--no-wildcards", *(f"--{flag}" for flag in flags)]
         told = self.explain(f"{sign} {value}", *options)
         self.assertEqual(told["found"], expected, (sign, value, flags, use))
-        self.assertLessEqual(told["selected"], told["visited"])
 
     def test_EveryRelationFindsWhatStandsOnItsSideInASortedList(self):
         seed = new_seed()
@@ -194,7 +177,7 @@ class Strings(SearchTest):
         self.assertEqual(self.lines_found("find", "i", "a" * 40 + "?"), [*range(1, 9)])
 
 
-class WeightedTexts(SearchTest):
+class WeightedTexts(ToolTest):
     """Letters order as aAbB...; where case does not count, they are one."""
 
     def test_EveryRelationFindsWhatAScanFinds(self):
@@ -218,7 +201,7 @@ class WeightedTexts(SearchTest):
                                      (sign, value, type_name, key_length, f"XOTM_SEED={seed}"))
 
 
-class FixedValues(SearchTest):
+class FixedValues(ToolTest):
     """Values of every type in the order of the tree, each of which is a value to look for."""
 
     STAMP = "%Y-%m-%d %H:%M:%S"
@@ -282,7 +265,7 @@ class FixedValues(SearchTest):
                                  texts[low : high + 1], type_name)
 
 
-class Dates(SearchTest):
+class Dates(ToolTest):
     """Patterns against plain loops, among keys that may be patterns themselves."""
 
     def test_AKeyWithWildcardsIsNotMissed(self):

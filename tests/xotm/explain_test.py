@@ -4,33 +4,16 @@ import datetime
 import fnmatch
 import itertools
 import json
-import operator
 import random
 import re
 import unittest
 
-from xotm_support import DONE, IS_SANITIZED, ToolTest, new_seed
+from xotm_support import IS_SANITIZED, RELATIONS, ToolTest, new_seed
 
-RELATIONS = {
-    "<": operator.lt,
-    "<=": operator.le,
-    "=": operator.eq,
-    ">=": operator.ge,
-    ">": operator.gt,
-    "<>": operator.ne,
-}
 DATE = "%Y-%m-%d"
 
 
 class ExplainTest(ToolTest):
-    def explain(self, predicate, *arguments):
-        result = self.index("explain", "i", predicate, *arguments, "--json")
-        self.assertEqual((result.returncode, result.stderr), (DONE, b""), predicate)
-        told = json.loads(result.stdout)
-        self.assertLessEqual(told["selected"], told["visited"])
-        self.assertAlmostEqual(told["share"], told["selected"] / told["keys"])
-        return told
-
     def assert_selects(self, keys, predicate, test, *arguments):
         told = self.explain(predicate, *arguments)
         self.assertEqual(told["keys"], len(keys))

@@ -1,5 +1,7 @@
 """What the tests of the tool share: running it in a folder of their own."""
 
+import json
+import operator
 import os
 import pty
 import random
@@ -32,6 +34,16 @@ INTEGER_RANGES = {
     "o_u8b": (0, 2**64 - 1),
 }
 FLOATING_TYPES = ("o_double", "o_float")
+
+# Of predicates, by the sign that a user writes.
+RELATIONS = {
+    "<": operator.lt,
+    "<=": operator.le,
+    "=": operator.eq,
+    ">=": operator.ge,
+    ">": operator.gt,
+    "<>": operator.ne,
+}
 
 
 def new_seed():
@@ -152,6 +164,15 @@ class ToolTest(unittest.TestCase):
         self.assertEqual(result.stderr, b"")
         self.assertEqual(result.returncode, DONE if result.stdout else NOTHING_FOUND)
         return result.stdout.decode().splitlines()
+
+    def explain(self, predicate, *arguments):
+        """What is told of a predicate on the index `i`."""
+        result = self.index("explain", "i", "--json", *arguments, "--", predicate)
+        self.assertEqual((result.returncode, result.stderr), (DONE, b""), predicate)
+        told = json.loads(result.stdout)
+        self.assertLessEqual(told["selected"], told["visited"])
+        self.assertAlmostEqual(told["share"], told["selected"] / told["keys"])
+        return told
 
     def assert_trouble(self, result, *fragments):
         """One clear line on standard error that holds all fragments, and exit code 2."""
