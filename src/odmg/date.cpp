@@ -77,6 +77,9 @@ static_assert([] {
   return true;
 }());
 
+// Masks stand in place of branches: no processor can foretell on which side of March, or of the
+// reform of the calendar, the next date lies.
+
 /// The number of a day whose year is reckoned in `Number`, without a sign if it has none.
 template <class Number>
 int NumberOfDayIn(Number year, unsigned month, unsigned day) {
