@@ -34,8 +34,9 @@ unsigned Complement(char const* address) {
   return ~static_cast<unsigned>(std::bit_cast<std::uintptr_t>(address));
 }
 
-/// What is kept of the address of a block of words: nothing that null would match.
-unsigned AddressOf(char const* block) {
+/// What marks a block of words: the complement of its address, or nothing where null would have the
+/// same.
+unsigned MarkOf(char const* block) {
   unsigned const complement = Complement(block);
   return complement != Complement(nullptr) ? complement : kNoBlock;
 }
@@ -120,15 +121,11 @@ WeightedText<Text>::WeightedText() noexcept : text(nullptr), weighted(0), blockO
 
 template <class Text>
 WeightedText<Text>::WeightedText(WeightedText const& source)
-    : text(NewText(source.text, LengthOf(source.text))),
-      weighted(0),
-      blockOfWords(AddressOf(text)) {}
+    : text(NewText(source.text, LengthOf(source.text))), weighted(0), blockOfWords(MarkOf(text)) {}
 
 template <class Text>
 WeightedText<Text>::WeightedText(char character)
-    : text(NewText(&character, character != 0 ? 1 : 0)),
-      weighted(0),
-      blockOfWords(AddressOf(text)) {}
+    : text(NewText(&character, character != 0 ? 1 : 0)), weighted(0), blockOfWords(MarkOf(text)) {}
 
 template <class Text>
 WeightedText<Text>::WeightedText(short number) : WeightedText(static_cast<long long>(number)) {}
@@ -143,17 +140,17 @@ WeightedText<Text>::WeightedText(unsigned long number)
     : WeightedText(static_cast<unsigned long long>(number)) {}
 template <class Text>
 WeightedText<Text>::WeightedText(long long number)
-    : text(IntegerText(std::int64_t{number})), weighted(0), blockOfWords(AddressOf(text)) {}
+    : text(IntegerText(std::int64_t{number})), weighted(0), blockOfWords(MarkOf(text)) {}
 template <class Text>
 WeightedText<Text>::WeightedText(unsigned long long number)
-    : text(IntegerText(std::uint64_t{number})), weighted(0), blockOfWords(AddressOf(text)) {}
+    : text(IntegerText(std::uint64_t{number})), weighted(0), blockOfWords(MarkOf(text)) {}
 template <class Text>
 WeightedText<Text>::WeightedText(double number)
-    : text(FixedText(number)), weighted(0), blockOfWords(AddressOf(text)) {}
+    : text(FixedText(number)), weighted(0), blockOfWords(MarkOf(text)) {}
 
 template <class Text>
 WeightedText<Text>::WeightedText(char const* characters)
-    : text(NewText(characters, LengthOf(characters))), weighted(0), blockOfWords(AddressOf(text)) {}
+    : text(NewText(characters, LengthOf(characters))), weighted(0), blockOfWords(MarkOf(text)) {}
 
 template <class Text>
 WeightedText<Text>::WeightedText(char const* characters, unsigned short length) : WeightedText() {
@@ -186,7 +183,7 @@ Text& WeightedText<Text>::Self() {
 template <class Text>
 void WeightedText<Text>::Hold(char* block) {
   ReleaseArray(std::exchange(text, block));
-  blockOfWords = AddressOf(block);
+  blockOfWords = MarkOf(block);
 }
 
 /// Makes `size` bytes, which may be the own ones, the text.

@@ -2,6 +2,7 @@
 
 #include <climits>
 #include <cmath>
+#include <cstring>
 #include <limits>
 #include <string>
 #include <utility>
@@ -56,8 +57,8 @@ TYPED_TEST(WeightedText, EmptySourcesKeepNoBuffer) {
 
 TYPED_TEST(WeightedText, AnObjectOfZerosIsAnEmptyText) {
   // As of a caller that clears memory and knows the fields alone.
-  alignas(TypeParam) unsigned char memory[sizeof(TypeParam)] = {};
-  TypeParam const& zeros = *reinterpret_cast<TypeParam const*>(memory);
+  TypeParam zeros;
+  std::memset(static_cast<void*>(&zeros), 0, sizeof zeros);
   EXPECT_TRUE(zeros == TypeParam());
   EXPECT_TRUE(TypeParam() == zeros);
   EXPECT_TRUE(zeros < TypeParam("a"));
