@@ -209,6 +209,37 @@ TEST_F(StringOverflow, WideningToTheLimitIsNone) {
   EXPECT_EQ(config.asked, 0);
 }
 
+TEST_F(StringOverflow, OfALengthThatIsAskedForCutsIt) {
+  config.answer = 1;
+  std::string const bytes = Long(40000);
+  XoString const source(bytes.c_str());
+  std::u16string const most(bytes.begin(), bytes.begin() + kMostWide);
+  // With a terminator, 32765 wide characters take all that a string can hold.
+  XoString fitting;
+  EXPECT_EQ(fitting.CopyMapped(source, kUnicode, 32765), 32765);
+  EXPECT_EQ(WideTextOf(fitting), most);
+  EXPECT_EQ(config.asked, 0);
+  int reports = 0;
+  for (short const length : {short{32766}, short{32767}}) {
+    XoString cut;
+    EXPECT_EQ(cut.CopyMapped(source, kUnicode, length), 32765) << length;
+    EXPECT_EQ(WideTextOf(cut), most) << length;
+    EXPECT_EQ(cut.size, 65532) << length;
+    EXPECT_EQ(assertions, ++reports) << length;
+    // Room is made for what is asked, however short the source.
+    XoString roomy;
+    EXPECT_EQ(roomy.CopyMapped(XoString("abc"), kUnicode, length), 3) << length;
+    EXPECT_EQ(WideTextOf(roomy), u"abc") << length;
+    EXPECT_EQ(roomy.size, 65532) << length;
+    EXPECT_EQ(assertions, ++reports) << length;
+  }
+  // Narrow characters have room for every length that can be asked for.
+  XoString narrow;
+  EXPECT_EQ(narrow.CopyMapped(source, kLatin1, 32767), 32767);
+  EXPECT_EQ(narrow.size, 32768);
+  EXPECT_EQ(assertions, reports);
+}
+
 TEST_F(StringOverflow, OfAnInsertionCutsTheEnd) {
   std::string const old = Long(60000);
   std::string const inserted(10000, 'x');
