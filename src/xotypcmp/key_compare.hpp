@@ -1,13 +1,11 @@
 #pragma once
 
 #include <algorithm>
-#include <bit>
 #include <cstddef>
-#include <cstdint>
-#include <functional>
 
 #include "base/bytes.hpp"
 #include "src/xostring/level_comparison.hpp"
+#include "src/xostring/order_blocks.hpp"
 
 /// The comparison of index keys of one group where they lie, as an index page asks for it. It gives
 /// what `XoStrCmp` gives of the same orders without a pattern.
@@ -85,40 +83,15 @@ constexpr unsigned LetterKey(unsigned order, unsigned group) {
   return ((isLetter ? order & 0x407F : order) + (order != 0 ? group << 16 : 0)) << 8;
 }
 
-/// Four orders in the machine's byte order, the first one lowest.
-using OrderBlock = std::uint64_t;
-inline constexpr std::size_t kBlockBytes = sizeof(OrderBlock);
-
-constexpr OrderBlock FourTimes(unsigned order) { return OrderBlock{0x0001000100010001} * order; }
-
-/// Bits of an order: those that are 01 in letters and in nothing else, and those that tell one
-/// letter from another. Between them are accent and case.
-inline constexpr unsigned kKindBits = 0xC000;
-inline constexpr unsigned kLetterBits = 0x7F;
-
-/// The bits in which four orders differ from four others, without those of accent and case where
-/// they are letters.
-constexpr OrderBlock LetterDifference(OrderBlock a, OrderBlock b) {
-  OrderBlock const letters = a & ~(a >> 1) & FourTimes(kFirstLetterOrder);
-  return (a ^ b) & ~(letters - (letters >> 7));
-}
-
-/// Has its lowest bit in the first of four orders that is zero, and none if none is.
-constexpr OrderBlock ZeroOrder(OrderBlock orders) {
-  return (orders - FourTimes(1)) & ~orders & FourTimes(0x8000);
-}
-
-/// The place in bytes of the first orders that have bits of `differing`, or of the zero at which
-/// both keys end before that; not beyond the end of the shorter one.
-template <class Differing>
-std::size_t FirstDifference(KeyOrders const& a, KeyOrders const& b, Differing differing) {
+/// The place in bytes of the first orders that differ, or of the zero at which both keys end before
+/// that; not beyond the end of the shorter one.
+inline std::size_t FirstDifference(KeyOrders const& a, KeyOrders const& b) {
   std::size_t const common = std::min(a.bytes, b.bytes);
   if (common < kBlockBytes) return 0;
   for (std::size_t offset = 0;;) {
     auto const orders = LoadBytes<OrderBlock>(a.orders + offset);
-    OrderBlock const bits =
-        differing(orders, LoadBytes<OrderBlock>(b.orders + offset)) | ZeroOrder(orders);
-    if (bits != 0) return offset + static_cast<std::size_t>(std::countr_zero(bits)) / 16 * 2;
+    OrderBlock const bits = (orders ^ LoadBytes<OrderBlock>(b.orders + offset)) | ZeroOrder(orders);
+    if (bits != 0) return offset + FirstOrderIn(bits) / 8;
     if (offset + kBlockBytes == common) return common;
     // The last block may reach back into the one before it.
     offset = std::min(offset + kBlockBytes, common - kBlockBytes);
@@ -126,19 +99,15 @@ std::size_t FirstDifference(KeyOrders const& a, KeyOrders const& b, Differing di
 }
 
 /// The order of two keys of `group`, which is below `kUntabledGroup` and not 0, under an operator
-/// without a pattern and with levels.
+/// without a pattern and with levels. They begin with the same letters in their first `start`
+/// bytes.
 [[gnu::noinline]] inline int CompareKeys(KeyOrders a, KeyOrders b, unsigned char group,
-                                         unsigned short cmpOp) {
+                                         unsigned short cmpOp, std::size_t start) {
   auto const next = [](KeyOrders const& key, std::size_t& offset) {
     while (IsIgnorable(key.At(offset))) offset += 2;
     return unsigned{key.At(offset)};
   };
-  auto const inLetters = [](OrderBlock orders1, OrderBlock orders2) {
-    return LetterDifference(orders1, orders2);
-  };
-  std::size_t offset1 = FirstDifference(a, b, inLetters);
-  std::size_t offset2 = offset1;
-  for (;; offset1 += 2, offset2 += 2) {
+  for (std::size_t offset1 = start, offset2 = start;; offset1 += 2, offset2 += 2) {
     unsigned const order1 = next(a, offset1);
     unsigned const order2 = next(b, offset2);
     // Letters and digits that differ decide, whatever stands around them, and so does the end.
@@ -146,55 +115,7 @@ std::size_t FirstDifference(KeyOrders const& a, KeyOrders const& b, Differing di
     if (difference != 0) return difference;
     if (order1 == 0) break;
   }
-  std::size_t const same = FirstDifference(a, b, std::bit_xor<OrderBlock>());
-  return CompareKeyLevels(a, b, same, group, cmpOp);
-}
-
-/// The fewest bytes of keys that `CompareFirstLetters` takes.
-inline constexpr std::size_t kFirstLettersBytes = kBlockBytes;
-
-/// Compares two keys by their first eight letters, in one of which most words differ; false where
-/// these do not differ, or something else stands among them. `common` are the bytes of the shorter
-/// key.
-[[gnu::always_inline]] inline bool CompareFirstLetters(unsigned char const* a,
-                                                       unsigned char const* b, std::size_t common,
-                                                       int& result) {
-  constexpr OrderBlock kKinds = FourTimes(kKindBits);
-  constexpr OrderBlock kLetters = FourTimes(kFirstLetterOrder);
-  constexpr OrderBlock kDifferent = FourTimes(kKindBits | kLetterBits);
-  constexpr unsigned kLastBit = 48;
-  auto const firstBit = [](OrderBlock bits) {
-    return static_cast<unsigned>(std::countr_zero(bits)) & kLastBit;
-  };
-  auto const difference = [](OrderBlock orders1, OrderBlock orders2, unsigned bit) {
-    return (static_cast<int>(orders1 >> bit & kLetterBits) -
-            static_cast<int>(orders2 >> bit & kLetterBits))
-           << 8;
-  };
-  auto orders1 = LoadBytes<OrderBlock>(a);
-  auto orders2 = LoadBytes<OrderBlock>(b);
-  OrderBlock bits = (orders1 ^ orders2) & kDifferent;
-  if (bits != 0) {
-    // Both are letters where those of one key are, and the kinds do not differ.
-    if ((((orders1 ^ kLetters) | bits) & kKinds) != 0) [[unlikely]]
-      return false;
-    result = difference(orders1, orders2, firstBit(bits));
-    return true;
-  }
-  if ((orders1 & kKinds) != kLetters) [[unlikely]]
-    return false;
-  // The second block may reach back into the first.
-  std::size_t const next = std::min(kBlockBytes, (common & ~std::size_t{1}) - kBlockBytes);
-  orders1 = LoadBytes<OrderBlock>(a + next);
-  orders2 = LoadBytes<OrderBlock>(b + next);
-  bits = (orders1 ^ orders2) & kDifferent;
-  if (bits == 0) return false;
-  // What stands behind the difference does not matter.
-  unsigned const bit = firstBit(bits);
-  if ((((orders1 ^ kLetters) | bits) & kKinds) << (kLastBit - bit) != 0) [[unlikely]]
-    return false;
-  result = difference(orders1, orders2, bit);
-  return true;
+  return CompareKeyLevels(a, b, FirstDifference(a, b), group, cmpOp);
 }
 
 }  // namespace xo

@@ -158,12 +158,10 @@ constexpr bool IsPlainKey(unsigned short kind) {
   return std::rotr(static_cast<unsigned short>(kind - kFirst), 8) < kUntabledGroup - 1;
 }
 
-/// Whether two records are keys of one plain kind that are there whole, with length fields of at
-/// least `least`.
-inline bool AreWholeKeys(unsigned len1, void const* buf1, unsigned len2, void const* buf2,
-                         unsigned least) {
-  return IsWhole(len1, buf1, least) && IsWhole(len2, buf2, least) && KindOf(buf1) == KindOf(buf2) &&
-         IsPlainKey(KindOf(buf1));
+/// Whether two records are keys of one plain kind that are there whole, with a header.
+inline bool AreWholeKeys(unsigned len1, void const* buf1, unsigned len2, void const* buf2) {
+  return IsWhole(len1, buf1, kHeaderBytes) && IsWhole(len2, buf2, kHeaderBytes) &&
+         KindOf(buf1) == KindOf(buf2) && IsPlainKey(KindOf(buf1));
 }
 
 /// The text of one byte a character of a record, if it can be read where it lies, or null.
@@ -199,20 +197,90 @@ int xo::OlderStringCompare(unsigned char format, unsigned int len1, void* buf1, 
 
 namespace {
 
-/// Compares keys of one plain kind that are there whole, with a header.
-[[gnu::noinline]] int CompareWholeKeys(void const* buf1, void const* buf2, unsigned short cmpOp,
-                                       int& status) {
-  unsigned const length1 = LoadBytes<unsigned short>(buf1);
-  unsigned const length2 = LoadBytes<unsigned short>(buf2);
+// Keys from here on are two of one plain kind that are there whole, with a header. Each of these
+// functions takes what the one after it leaves over, and is kept out of it, so that the first
+// letters, which decide most often, need no stack of their own.
+
+/// Compares keys that begin with the same letters in `start` bytes.
+[[gnu::noinline]] int CompareKeysFrom(void const* buf1, void const* buf2, unsigned short cmpOp,
+                                      std::size_t start) {
+  unsigned const length1 = LengthOf(buf1);
+  unsigned const length2 = LengthOf(buf2);
   if (((length1 | length2) & 1) != 0) [[unlikely]] {
-    // Half an order counts as one of 8 bits.
+    // Half an order counts as one of 8 bits. Of records that are whole there is nothing to report.
+    int status = 0;
     return CompareStrings(FormatIndexKey | FormLittle, length1 + kLengthBytes, buf1,
                           length2 + kLengthBytes, buf2, cmpOp, 1, status, false);
   }
-  status = 0;
   return CompareKeys({Advance(buf1, kHeaderBytes), length1 - kHeaderBytes},
                      {Advance(buf2, kHeaderBytes), length2 - kHeaderBytes},
-                     static_cast<unsigned char>(KindOf(buf1) >> 8), cmpOp);
+                     static_cast<unsigned char>(KindOf(buf1) >> 8), cmpOp, start);
+}
+
+/// The fewest bytes behind the length field of a key that begins with a block.
+constexpr unsigned kLongLength = kHeaderBytes + kBlockBytes;
+
+/// Where the last block that both keys have begins. It may reach back into the one before it.
+inline std::size_t LastBlock(void const* buf1, void const* buf2) {
+  return (std::min(LengthOf(buf1), LengthOf(buf2)) & ~1U) - kBlockBytes;
+}
+
+/// Compares keys that have a block at `place`, up to which they are the same letters.
+[[gnu::noinline]] int CompareBlocksFrom(void const* buf1, void const* buf2, unsigned short cmpOp,
+                                        std::size_t place) {
+  for (std::size_t const last = LastBlock(buf1, buf2);;) {
+    BlockPair const pair(Advance(buf1, place), Advance(buf2, place));
+    OrderBlock const notable = pair.Notable();
+    if (notable != 0) {
+      unsigned const bit = FirstOrderIn(notable);
+      // What stands behind the first difference does not matter.
+      if ((notable >> bit & kKindBits) == 0) return pair.Difference(bit);
+      return CompareKeysFrom(buf1, buf2, cmpOp, place - kHeaderBytes + bit / 8);
+    }
+    if (place == last) {
+      return CompareKeysFrom(buf1, buf2, cmpOp, place - kHeaderBytes + kBlockBytes);
+    }
+    place = std::min(place + kBlockBytes, last);
+  }
+}
+
+/// Compares keys of which the first block is the same letters.
+[[gnu::noinline]] int CompareSecondBlocks(void const* buf1, void const* buf2,
+                                          unsigned short cmpOp) {
+  std::size_t const place = std::min(kHeaderBytes + kBlockBytes, LastBlock(buf1, buf2));
+  BlockPair const pair(Advance(buf1, place), Advance(buf2, place));
+  OrderBlock const notable = pair.Notable();
+  unsigned const bit = FirstOrderIn(notable);
+  if (notable != 0 && (notable >> bit & kKindBits) == 0) [[likely]]
+    return pair.Difference(bit);
+  return CompareBlocksFrom(buf1, buf2, cmpOp, place);
+}
+
+/// Compares keys that have a block. In the first one most words differ.
+[[gnu::always_inline]] inline int CompareLongKeys(void const* buf1, void const* buf2,
+                                                  unsigned short cmpOp) {
+  BlockPair const pair(Advance(buf1, kHeaderBytes), Advance(buf2, kHeaderBytes));
+  if (!pair.AreLetters()) [[unlikely]]
+    return CompareBlocksFrom(buf1, buf2, cmpOp, kHeaderBytes);
+  OrderBlock const differing = pair.Differing();
+  if (differing != 0) [[likely]]
+    return pair.Difference(FirstOrderIn(differing));
+  return CompareSecondBlocks(buf1, buf2, cmpOp);
+}
+
+/// Compares keys of any length.
+int CompareWholeKeys(void const* buf1, void const* buf2, unsigned short cmpOp) {
+  bool const areLong = std::min(LengthOf(buf1), LengthOf(buf2)) >= kLongLength;
+  return areLong ? CompareBlocksFrom(buf1, buf2, cmpOp, kHeaderBytes)
+                 : CompareKeysFrom(buf1, buf2, cmpOp, 0);
+}
+
+/// Whether a record is there whole that has a block, by a length that is declared. It is `IsWhole`
+/// without a second number to keep.
+inline bool IsLong(unsigned available, void const* record) {
+  constexpr unsigned kBefore = kLengthBytes;
+  return available >= kLongLength + kBefore && LengthOf(record) >= kLongLength &&
+         LengthOf(record) + kBefore <= available;
 }
 
 /// `StringCompare` of what its first letters do not settle.
@@ -221,9 +289,9 @@ namespace {
                                      int& status) {
   if (count == 1 && (format & ~FormatIndexKey) == FormLittle) {
     bool const isKey = format != FormLittle;
-    if (isKey && (cmpOp & kNoPattern) == kCmpNoWildcards &&
-        AreWholeKeys(len1, buf1, len2, buf2, kHeaderBytes)) {
-      return CompareWholeKeys(buf1, buf2, cmpOp, status);
+    if (isKey && (cmpOp & kNoPattern) == kCmpNoWildcards && AreWholeKeys(len1, buf1, len2, buf2)) {
+      status = 0;
+      return CompareWholeKeys(buf1, buf2, cmpOp);
     }
     status = 0;
     int result = 0;
@@ -280,16 +348,10 @@ int StringCompare(unsigned char format, unsigned int len1, void* buf1, unsigned 
                   void* buf2, unsigned short cmpOp, unsigned int count, int& status) {
   // Two whole keys are what an index page asks for.
   if (count == 1 && format == (FormatIndexKey | FormLittle) &&
-      (cmpOp & kNoPattern) == kCmpNoWildcards &&
-      AreWholeKeys(len1, buf1, len2, buf2, kHeaderBytes + kFirstLettersBytes)) [[likely]] {
-    std::size_t const shorter = std::min(LengthOf(buf1), LengthOf(buf2));
+      (cmpOp & kNoPattern) == kCmpNoWildcards && IsLong(len1, buf1) && IsLong(len2, buf2) &&
+      KindOf(buf1) == KindOf(buf2) && IsPlainKey(KindOf(buf1))) [[likely]] {
     status = 0;
-    int result = 0;
-    if (CompareFirstLetters(Advance(buf1, kHeaderBytes), Advance(buf2, kHeaderBytes),
-                            shorter - kHeaderBytes, result)) [[likely]] {
-      return result;
-    }
-    return CompareWholeKeys(buf1, buf2, cmpOp, status);
+    return CompareLongKeys(buf1, buf2, cmpOp);
   }
   return CompareTexts(format, len1, buf1, len2, buf2, cmpOp, count, status);
 }

@@ -1,0 +1,67 @@
+#pragma once
+
+#include <bit>
+#include <cstddef>
+#include <cstdint>
+
+#include "base/bytes.hpp"
+#include "src/xostring/order_keys.hpp"
+
+/// Sort orders four at a time, where they lie in the machine's byte order.
+namespace xo {
+
+/// Four orders, the first one lowest.
+using OrderBlock = std::uint64_t;
+inline constexpr std::size_t kBlockBytes = sizeof(OrderBlock);
+
+constexpr OrderBlock FourTimes(unsigned order) { return OrderBlock{0x0001000100010001} * order; }
+
+/// Bits of an order: those that are 01 in letters and in nothing else, and those that tell one
+/// letter from another. Between them are accent and case.
+inline constexpr unsigned kKindBits = 0xC000;
+inline constexpr unsigned kLetterBits = 0x7F;
+
+/// Bits that are set where orders are no letters.
+constexpr OrderBlock NoLetters(OrderBlock orders) {
+  return (orders ^ FourTimes(kFirstLetterOrder)) & FourTimes(kKindBits);
+}
+
+/// Has its lowest bit in the first of four orders that is zero, and none if none is.
+constexpr OrderBlock ZeroOrder(OrderBlock orders) {
+  return (orders - FourTimes(1)) & ~orders & FourTimes(0x8000);
+}
+
+/// How far the first order of which `bits` has any stands from the lowest end, in bits.
+inline unsigned FirstOrderIn(OrderBlock bits) {
+  return static_cast<unsigned>(std::countr_zero(bits)) & 48;
+}
+
+/// Four orders of each of two keys, of one group of letters.
+struct BlockPair {
+  OrderBlock first;
+  OrderBlock second;
+
+  BlockPair(void const* a, void const* b)
+      : first(LoadBytes<OrderBlock>(a)), second(LoadBytes<OrderBlock>(b)) {}
+
+  /// Whether all of them are letters.
+  bool AreLetters() const {
+    OrderBlock const others = (first ^ FourTimes(kFirstLetterOrder)) | (first ^ second);
+    return (others & FourTimes(kKindBits)) == 0;
+  }
+  /// The bits in which letters differ.
+  OrderBlock Differing() const { return (first ^ second) & FourTimes(kLetterBits); }
+  /// The bits in which letters differ, and some wherever not both orders are letters: in
+  /// `kKindBits` there and nowhere else.
+  OrderBlock Notable() const {
+    return NoLetters(first) | ((first ^ second) & FourTimes(kKindBits | kLetterBits));
+  }
+  /// The difference of two letters that stand `bit` bits from the lowest end.
+  int Difference(unsigned bit) const {
+    return (static_cast<int>(first >> bit & kLetterBits) -
+            static_cast<int>(second >> bit & kLetterBits))
+           << 8;
+  }
+};
+
+}  // namespace xo
