@@ -2,8 +2,9 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
 
-#include "src/xostring/order_keys.hpp"
+#include "src/xostring/order_blocks.hpp"
 
 namespace xo {
 
@@ -82,6 +83,11 @@ unsigned short SkipCommonPrefix(Walk& walk, unsigned short limit, unsigned short
 
 /// How many characters make each of the four estimates, where `used` are skipped.
 std::array<unsigned short, 4> EstimatedCharacters(FourTexts const& texts, int used) {
+  if (used == 0) {
+    return {std::min(texts.valueLow.characters, texts.rangeLow.characters),
+            std::min(texts.valueHigh.characters, texts.rangeHigh.characters),
+            texts.rangeLow.characters, texts.rangeHigh.characters};
+  }
   auto const rest = [used](unsigned short characters) {
     return characters == kAllCharacters
                ? kAllCharacters
@@ -93,13 +99,17 @@ std::array<unsigned short, 4> EstimatedCharacters(FourTexts const& texts, int us
 }
 
 unsigned short LeastCharacters(FourTexts const& texts) {
-  return std::min({texts.valueLow.characters, texts.valueHigh.characters, texts.rangeLow.characters,
-                   texts.rangeHigh.characters});
+  return std::min(std::min(texts.valueLow.characters, texts.valueHigh.characters),
+                  std::min(texts.rangeLow.characters, texts.rangeHigh.characters));
 }
 
 /// Orders where they lie in a record.
 class StoredOrders {
  public:
+  /// Orders that make an estimate.
+  static constexpr std::size_t kKept = 3;
+  using Digits = std::array<unsigned, kKept>;
+
   explicit StoredOrders(EvaluatedText const& text)
       : start(text.Start()),
         bytes(text.Bytes()),
@@ -118,36 +128,49 @@ class StoredOrders {
 
   /// `StringPrefixEstimate` from a place on.
   double Estimate(std::size_t place, unsigned short count) const {
-    std::array<unsigned, kKept> kept{};
-    if (count < kKept || 2 * (place + kKept) > bytes || !AreSignificant(place)) {
-      unsigned* next = kept.data();
-      std::size_t const end = std::min(place + count, (bytes + 1) / 2);
-      for (; place < end && next != kept.data() + kept.size(); ++place) {
-        unsigned short const order = Order(place);
-        if (order == 0) break;
-        if (order >= kFirstSignificantOrder) *next++ = Digit(order);
-      }
-    } else {
-      // As most texts go on.
-      for (std::size_t index = 0; index < kKept; ++index)
-        kept[index] = Digit(OrderAt(place + index));
+    Digits digits{};
+    std::size_t const end = std::min(place + count, (bytes + 1) / 2);
+    for (unsigned* next = digits.data(); place < end && next != digits.data() + kKept; ++place) {
+      unsigned short const order = Order(place);
+      if (order == 0) break;
+      if (order >= kFirstSignificantOrder) *next++ = KeyOf(order, group) >> 8 & 0xFFFF;
     }
-    constexpr double kTwoTo32 = 4294967296.0;
-    return static_cast<double>(kept[0] | unsigned{group} << 16) * kTwoTo32 +
-           static_cast<double>(kept[2] | kept[1] << 16);
+    return NumberOf(digits);
+  }
+
+  /// Reads what `Estimate(0, count)` is made of, if it is letters in the machine's byte order: the
+  /// first one lowest, and zeros where there are fewer. False: it is not, and `letters` is
+  /// anything.
+  bool ReadLetters(unsigned short count, OrderBlock& letters) const {
+    if (byteOrder == FormBig || group == kUntabledGroup) return false;
+    std::size_t const size = std::min(bytes, std::size_t{2} * count);
+    if (size >= 2 * kKept) {
+      constexpr OrderBlock kThree = ~OrderBlock{0} >> 16;
+      letters = LoadBytes<std::uint32_t>(start) | OrderBlock{LoadBytes<std::uint16_t>(start + 4)}
+                                                      << 32;
+      return (NoLetters(letters) & kThree) == 0;
+    }
+    letters = 0;
+    if (size == 4) letters = LoadBytes<std::uint32_t>(start);
+    if (size == 2) letters = LoadBytes<std::uint16_t>(start);
+    OrderBlock const there = (OrderBlock{1} << 8 * size) - 1;
+    return size % 2 == 0 && (NoLetters(letters) & there) == 0;
+  }
+
+  /// `Estimate` of what `ReadLetters` gives.
+  double EstimateLetters(OrderBlock letters) const {
+    OrderBlock const digits = letters & FourTimes(kFirstLetterOrder | kLetterBits);
+    auto const digit = [digits](unsigned place) {
+      return static_cast<unsigned>(digits >> 16 * place & 0xFFFF);
+    };
+    return NumberOf({digit(0), digit(1), digit(2)});
   }
 
  private:
-  /// Orders that make an estimate.
-  static constexpr std::size_t kKept = 3;
-
-  unsigned Digit(unsigned short order) const { return KeyOf(order, group) >> 8 & 0xFFFF; }
-  /// An order that is there.
-  unsigned short OrderAt(std::size_t place) const { return LoadWide(start + 2 * place, byteOrder); }
-  /// Whether as many orders as make an estimate, which are there, all count.
-  bool AreSignificant(std::size_t place) const {
-    return std::min({OrderAt(place), OrderAt(place + 1), OrderAt(place + 2)}) >=
-           kFirstSignificantOrder;
+  double NumberOf(Digits const& digits) const {
+    // Rounded once, as the sum of both halves would be.
+    std::int64_t const high = std::int64_t{group} << 16 | digits[0];
+    return static_cast<double>(high << 32 | std::int64_t{digits[1]} << 16 | digits[2]);
   }
 
   char const* const start;
@@ -156,31 +179,47 @@ class StoredOrders {
   unsigned char const group;
 };
 
-FourEstimates EstimateOrders(FourTexts const& texts, unsigned short ignored) {
-  std::array<StoredOrders, 4> const orders{
-      StoredOrders(*texts.valueLow.text), StoredOrders(*texts.valueHigh.text),
-      StoredOrders(*texts.rangeLow.text), StoredOrders(*texts.rangeHigh.text)};
+using FourOrders = std::array<StoredOrders, 4>;
+
+/// The place of the first order, within `limit`, that the texts do not have in common, or that ends
+/// them all. `used` becomes the number of orders in common, the end included; where there is no
+/// limit it stays 0.
+std::size_t FirstUncommon(FourOrders const& orders, unsigned short limit, unsigned short ignored,
+                          int& used) {
+  used = 0;
   auto const isSameGroup = [&](std::size_t side) {
     return orders[side].Group() == orders[0].Group();
   };
-  unsigned short const limit = LeastCharacters(texts);
-  std::size_t common = 0;
-  int used = 0;
-  if (isSameGroup(1) && isSameGroup(2) && isSameGroup(3)) {
-    // What has no limit goes on to the end, and nothing is used up.
-    for (; limit == kAllCharacters || used < limit; ++common) {
-      unsigned short const unit = WithoutIgnored(orders[0].Order(common), ignored);
-      auto const differs = [&](std::size_t side) {
-        return WithoutIgnored(orders[side].Order(common), ignored) != unit;
-      };
-      if (differs(3) || differs(2) || differs(1)) break;
-      if (limit != kAllCharacters) ++used;
-      if (unit == 0) break;
-    }
+  if (!isSameGroup(1) || !isSameGroup(2) || !isSameGroup(3)) return 0;
+  for (std::size_t place = 0;; ++place) {
+    if (limit != kAllCharacters && place == limit) return place;
+    unsigned short const unit = WithoutIgnored(orders[0].Order(place), ignored);
+    auto const differs = [&](std::size_t side) {
+      return WithoutIgnored(orders[side].Order(place), ignored) != unit;
+    };
+    if (differs(3) || differs(2) || differs(1)) return place;
+    if (limit != kAllCharacters) ++used;
+    if (unit == 0) return place;
   }
+}
+
+FourEstimates EstimateOrders(FourTexts const& texts, unsigned short ignored) {
+  FourOrders const orders{StoredOrders(*texts.valueLow.text), StoredOrders(*texts.valueHigh.text),
+                          StoredOrders(*texts.rangeLow.text), StoredOrders(*texts.rangeHigh.text)};
+  int used = 0;
+  std::size_t const place = FirstUncommon(orders, LeastCharacters(texts), ignored, used);
   auto const characters = EstimatedCharacters(texts, used);
-  return {orders[0].Estimate(common, characters[0]), orders[1].Estimate(common, characters[1]),
-          orders[2].Estimate(common, characters[2]), orders[3].Estimate(common, characters[3])};
+  std::array<OrderBlock, 4> letters;
+  auto const areLetters = [&](std::size_t side) {
+    return orders[side].ReadLetters(characters[side], letters[side]);
+  };
+  // As it mostly is: the ends of an index begin with other letters.
+  if (place == 0 && areLetters(0) && areLetters(1) && areLetters(2) && areLetters(3)) {
+    return {orders[0].EstimateLetters(letters[0]), orders[1].EstimateLetters(letters[1]),
+            orders[2].EstimateLetters(letters[2]), orders[3].EstimateLetters(letters[3])};
+  }
+  return {orders[0].Estimate(place, characters[0]), orders[1].Estimate(place, characters[1]),
+          orders[2].Estimate(place, characters[2]), orders[3].Estimate(place, characters[3])};
 }
 
 bool IsOrders(TextPart const& part) { return part.text->Header().codeSet == kSortOrderSet; }
