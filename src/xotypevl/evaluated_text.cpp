@@ -21,17 +21,33 @@ RecordHeader HeaderOf(void const* record, std::size_t available, unsigned char f
   return header;
 }
 
+/// Whether a record is one with a header that is there whole.
+inline bool IsCurrentAndThere(void const* record, std::size_t available, unsigned char nibble,
+                              Generation generation) {
+  if (generation == Generation::kOlder || available < kHeaderBytes) return false;
+  std::size_t const size = kLengthBytes + ReadLength(record, available, nibble);
+  return size >= kHeaderBytes && (size > available || *Advance(record, size - 1) != 0);
+}
+
 }  // namespace
 
 void EvaluatedText::Read(void const* record, std::size_t available, unsigned char format,
                          Generation generation) {
-  header = HeaderOf(record, available, format, generation);
   byteOrder = FormNibble(format);
-  std::size_t const offset = header.TextOffset();
-  declared = available > offset ? available - offset : 0;
-  bytes = std::min(header.TextBytes(), declared);
-  start = static_cast<char const*>(record) + std::min(available, offset);
   text = nullptr;
+  auto const* const at = static_cast<char const*>(record);
+  if (IsCurrentAndThere(record, available, byteOrder, generation)) [[likely]] {
+    header = {ReadLength(record, available, byteOrder), LoadNarrow(at + 2), LoadNarrow(at + 3),
+              false};
+    declared = available - kHeaderBytes;
+    start = at + kHeaderBytes;
+  } else {
+    header = HeaderOf(record, available, format, generation);
+    std::size_t const offset = header.TextOffset();
+    declared = available > offset ? available - offset : 0;
+    start = at + std::min(available, offset);
+  }
+  bytes = std::min(header.TextBytes(), declared);
   if (bytes <= TerminatedCopy::kLocalText) return;
   text = Terminated();
   // A text for which memory runs out counts as empty.
