@@ -41,6 +41,7 @@ struct BlockPair {
   OrderBlock first;
   OrderBlock second;
 
+  BlockPair(OrderBlock a, OrderBlock b) : first(a), second(b) {}
   BlockPair(void const* a, void const* b)
       : first(LoadBytes<OrderBlock>(a)), second(LoadBytes<OrderBlock>(b)) {}
 

@@ -111,9 +111,12 @@ inline std::size_t FirstDifference(KeyOrders const& a, KeyOrders const& b) {
     unsigned const order1 = next(a, offset1);
     unsigned const order2 = next(b, offset2);
     // Letters and digits that differ decide, whatever stands around them, and so does the end.
-    int const difference = Difference(LetterKey(order1, group), LetterKey(order2, group));
-    if (difference != 0) return difference;
-    if (order1 == 0) break;
+    if (order1 != order2) {
+      int const difference = Difference(LetterKey(order1, group), LetterKey(order2, group));
+      if (difference != 0) return difference;
+    } else if (order1 == 0) {
+      break;
+    }
   }
   return CompareKeyLevels(a, b, FirstDifference(a, b), group, cmpOp);
 }

@@ -201,12 +201,17 @@ namespace {
 // functions takes what the one after it leaves over, and is kept out of it, so that the first
 // letters, which decide most often, need no stack of their own.
 
+/// Whether a key ends in half an order.
+inline bool HasHalfOrder(void const* buf1, void const* buf2) {
+  return ((LengthOf(buf1) | LengthOf(buf2)) & 1) != 0;
+}
+
 /// Compares keys that begin with the same letters in `start` bytes.
 [[gnu::noinline]] int CompareKeysFrom(void const* buf1, void const* buf2, unsigned short cmpOp,
                                       std::size_t start) {
   unsigned const length1 = LengthOf(buf1);
   unsigned const length2 = LengthOf(buf2);
-  if (((length1 | length2) & 1) != 0) [[unlikely]] {
+  if (HasHalfOrder(buf1, buf2)) [[unlikely]] {
     // Half an order counts as one of 8 bits. Of records that are whole there is nothing to report.
     int status = 0;
     return CompareStrings(FormatIndexKey | FormLittle, length1 + kLengthBytes, buf1,
@@ -217,6 +222,18 @@ namespace {
                      static_cast<unsigned char>(KindOf(buf1) >> 8), cmpOp, start);
 }
 
+/// Compares keys of which the orders in `pair`, at `place`, are the first that do not all agree.
+[[gnu::always_inline]] inline int CompareAtPair(void const* buf1, void const* buf2,
+                                                unsigned short cmpOp, std::size_t place,
+                                                BlockPair pair) {
+  OrderBlock const notable = pair.Notable();
+  unsigned const bit = FirstOrderIn(notable);
+  // What stands behind the first difference does not matter.
+  if ((notable >> bit & kKindBits) == 0) [[likely]]
+    return pair.Difference(bit);
+  return CompareKeysFrom(buf1, buf2, cmpOp, place - kHeaderBytes + bit / 8);
+}
+
 /// The fewest bytes behind the length field of a key that begins with a block.
 constexpr unsigned kLongLength = kHeaderBytes + kBlockBytes;
 
@@ -225,23 +242,34 @@ inline std::size_t LastBlock(void const* buf1, void const* buf2) {
   return (std::min(LengthOf(buf1), LengthOf(buf2)) & ~1U) - kBlockBytes;
 }
 
-/// Compares keys that have a block at `place`, up to which they are the same letters.
-[[gnu::noinline]] int CompareBlocksFrom(void const* buf1, void const* buf2, unsigned short cmpOp,
-                                        std::size_t place) {
-  for (std::size_t const last = LastBlock(buf1, buf2);;) {
-    BlockPair const pair(Advance(buf1, place), Advance(buf2, place));
-    OrderBlock const notable = pair.Notable();
-    if (notable != 0) {
-      unsigned const bit = FirstOrderIn(notable);
-      // What stands behind the first difference does not matter.
-      if ((notable >> bit & kKindBits) == 0) return pair.Difference(bit);
-      return CompareKeysFrom(buf1, buf2, cmpOp, place - kHeaderBytes + bit / 8);
-    }
-    if (place == last) {
-      return CompareKeysFrom(buf1, buf2, cmpOp, place - kHeaderBytes + kBlockBytes);
-    }
+/// Compares keys that have a block at `place` and are the same letters up to its end.
+[[gnu::noinline]] int CompareBlocksBehind(void const* buf1, void const* buf2, unsigned short cmpOp,
+                                          std::size_t place) {
+  for (std::size_t const last = LastBlock(buf1, buf2); place != last;) {
     place = std::min(place + kBlockBytes, last);
+    BlockPair const pair(Advance(buf1, place), Advance(buf2, place));
+    if (pair.Notable() != 0) return CompareAtPair(buf1, buf2, cmpOp, place, pair);
   }
+  return CompareKeysFrom(buf1, buf2, cmpOp, place - kHeaderBytes + kBlockBytes);
+}
+
+/// The first four orders of a key, with zeros behind its end. Its length field is even.
+inline OrderBlock FirstOrders(void const* record) {
+  unsigned const length = LengthOf(record);
+  if (length >= kLongLength) return LoadBytes<OrderBlock>(Advance(record, kHeaderBytes));
+  if (length >= kBlockBytes)
+    return LoadBytes<OrderBlock>(Advance(record, length - kBlockBytes)) >>
+           (kLongLength - length) * 8;
+  return length > kHeaderBytes ? LoadBytes<unsigned short>(Advance(record, kHeaderBytes)) : 0;
+}
+
+/// Compares keys of any length.
+int CompareFirstOrders(void const* buf1, void const* buf2, unsigned short cmpOp) {
+  if (HasHalfOrder(buf1, buf2)) [[unlikely]]
+    return CompareKeysFrom(buf1, buf2, cmpOp, 0);
+  BlockPair const pair(FirstOrders(buf1), FirstOrders(buf2));
+  if (pair.Notable() == 0) return CompareBlocksBehind(buf1, buf2, cmpOp, kHeaderBytes);
+  return CompareAtPair(buf1, buf2, cmpOp, kHeaderBytes, pair);
 }
 
 /// Compares keys of which the first block is the same letters.
@@ -249,11 +277,8 @@ inline std::size_t LastBlock(void const* buf1, void const* buf2) {
                                           unsigned short cmpOp) {
   std::size_t const place = std::min(kHeaderBytes + kBlockBytes, LastBlock(buf1, buf2));
   BlockPair const pair(Advance(buf1, place), Advance(buf2, place));
-  OrderBlock const notable = pair.Notable();
-  unsigned const bit = FirstOrderIn(notable);
-  if (notable != 0 && (notable >> bit & kKindBits) == 0) [[likely]]
-    return pair.Difference(bit);
-  return CompareBlocksFrom(buf1, buf2, cmpOp, place);
+  if (pair.Notable() == 0) return CompareBlocksBehind(buf1, buf2, cmpOp, place);
+  return CompareAtPair(buf1, buf2, cmpOp, place, pair);
 }
 
 /// Compares keys that have a block. In the first one most words differ.
@@ -261,18 +286,11 @@ inline std::size_t LastBlock(void const* buf1, void const* buf2) {
                                                   unsigned short cmpOp) {
   BlockPair const pair(Advance(buf1, kHeaderBytes), Advance(buf2, kHeaderBytes));
   if (!pair.AreLetters()) [[unlikely]]
-    return CompareBlocksFrom(buf1, buf2, cmpOp, kHeaderBytes);
+    return CompareFirstOrders(buf1, buf2, cmpOp);
   OrderBlock const differing = pair.Differing();
   if (differing != 0) [[likely]]
     return pair.Difference(FirstOrderIn(differing));
   return CompareSecondBlocks(buf1, buf2, cmpOp);
-}
-
-/// Compares keys of any length.
-int CompareWholeKeys(void const* buf1, void const* buf2, unsigned short cmpOp) {
-  bool const areLong = std::min(LengthOf(buf1), LengthOf(buf2)) >= kLongLength;
-  return areLong ? CompareBlocksFrom(buf1, buf2, cmpOp, kHeaderBytes)
-                 : CompareKeysFrom(buf1, buf2, cmpOp, 0);
 }
 
 /// Whether a record is there whole that has a block, by a length that is declared. It is `IsWhole`
@@ -291,7 +309,7 @@ inline bool IsLong(unsigned available, void const* record) {
     bool const isKey = format != FormLittle;
     if (isKey && (cmpOp & kNoPattern) == kCmpNoWildcards && AreWholeKeys(len1, buf1, len2, buf2)) {
       status = 0;
-      return CompareWholeKeys(buf1, buf2, cmpOp);
+      return CompareFirstOrders(buf1, buf2, cmpOp);
     }
     status = 0;
     int result = 0;
@@ -346,10 +364,13 @@ inline bool AreWholeTexts(unsigned len1, void const* buf1, unsigned len2, void c
 
 int StringCompare(unsigned char format, unsigned int len1, void* buf1, unsigned int len2,
                   void* buf2, unsigned short cmpOp, unsigned int count, int& status) {
-  // Two whole keys are what an index page asks for.
-  if (count == 1 && format == (FormatIndexKey | FormLittle) &&
-      (cmpOp & kNoPattern) == kCmpNoWildcards && IsLong(len1, buf1) && IsLong(len2, buf2) &&
-      KindOf(buf1) == KindOf(buf2) && IsPlainKey(KindOf(buf1))) [[likely]] {
+  // Two whole keys, as an index page has them, and words of some letters.
+  bool const areLongKeys = count == 1 && format == (FormatIndexKey | FormLittle) &&
+                           (cmpOp & kNoPattern) == kCmpNoWildcards && IsLong(len1, buf1) &&
+                           IsLong(len2, buf2) && KindOf(buf1) == KindOf(buf2) &&
+                           IsPlainKey(KindOf(buf1));
+  // GCC lets the arguments stay where they came in for this, but moves them about for `[[likely]]`.
+  if (__builtin_expect(areLongKeys, 1)) {
     status = 0;
     return CompareLongKeys(buf1, buf2, cmpOp);
   }
