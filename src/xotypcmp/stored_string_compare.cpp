@@ -206,20 +206,37 @@ inline bool HasHalfOrder(void const* buf1, void const* buf2) {
   return ((LengthOf(buf1) | LengthOf(buf2)) & 1) != 0;
 }
 
+/// The order at `place` of a key, or 0 behind its last one. Nobody can foretell where a key ends,
+/// so it is read without a branch: behind the last order two bytes close the record.
+inline unsigned OrderAt(void const* record, std::size_t place) {
+  std::size_t const end = LengthOf(record);
+  unsigned const order = LoadBytes<unsigned short>(Advance(record, std::min(place, end)));
+  return place < end ? order : 0;
+}
+
+/// The first order from `place` on that counts at the first level, if it is one of the first two.
+inline unsigned SignificantOrderAt(void const* record, std::size_t place) {
+  return OrderAt(record, place + (IsIgnorable(OrderAt(record, place)) ? 2 : 0));
+}
+
 /// Compares keys that begin with the same letters in `start` bytes.
 [[gnu::noinline]] int CompareKeysFrom(void const* buf1, void const* buf2, unsigned short cmpOp,
                                       std::size_t start) {
-  unsigned const length1 = LengthOf(buf1);
-  unsigned const length2 = LengthOf(buf2);
   if (HasHalfOrder(buf1, buf2)) [[unlikely]] {
     // Half an order counts as one of 8 bits. Of records that are whole there is nothing to report.
     int status = 0;
-    return CompareStrings(FormatIndexKey | FormLittle, length1 + kLengthBytes, buf1,
-                          length2 + kLengthBytes, buf2, cmpOp, 1, status, false);
+    return CompareStrings(FormatIndexKey | FormLittle, LengthOf(buf1) + kLengthBytes, buf1,
+                          LengthOf(buf2) + kLengthBytes, buf2, cmpOp, 1, status, false);
   }
-  return CompareKeys({Advance(buf1, kHeaderBytes), length1 - kHeaderBytes},
-                     {Advance(buf2, kHeaderBytes), length2 - kHeaderBytes},
-                     static_cast<unsigned char>(KindOf(buf1) >> 8), cmpOp, start);
+  auto const group = static_cast<unsigned char>(KindOf(buf1) >> 8);
+  unsigned const order1 = SignificantOrderAt(buf1, kHeaderBytes + start);
+  unsigned const order2 = SignificantOrderAt(buf2, kHeaderBytes + start);
+  int const difference = Difference(LetterKey(order1, group), LetterKey(order2, group));
+  if (difference != 0 && !IsIgnorable(order1) && !IsIgnorable(order2)) [[likely]]
+    return difference;
+  return CompareKeys({Advance(buf1, kHeaderBytes), LengthOf(buf1) - kHeaderBytes},
+                     {Advance(buf2, kHeaderBytes), LengthOf(buf2) - kHeaderBytes}, group, cmpOp,
+                     start);
 }
 
 /// Compares keys of which the orders in `pair`, at `place`, are the first that do not all agree.
