@@ -14,12 +14,13 @@ namespace xo {
 /// Orders of a key in the machine's byte order, which may lie at any address.
 struct KeyOrders {
   unsigned char const* orders;
-  std::size_t bytes;  ///< even
+  std::size_t bytes;
 
-  /// The order whose bytes begin at `offset`, or 0, which ends a key, behind the last.
+  /// The order whose bytes begin at `offset`, or 0, which ends a key, behind the last. Half an
+  /// order at the end is one of 8 bits.
   unsigned short At(std::size_t offset) const {
-    return offset < bytes ? LoadBytes<unsigned short>(orders + offset)
-                          : static_cast<unsigned short>(0);
+    if (offset + 1 < bytes) return LoadBytes<unsigned short>(orders + offset);
+    return offset < bytes ? orders[offset] : static_cast<unsigned short>(0);
   }
 };
 
@@ -84,9 +85,9 @@ constexpr unsigned LetterKey(unsigned order, unsigned group) {
 }
 
 /// The place in bytes of the first orders that differ, or of the zero at which both keys end before
-/// that; not beyond the end of the shorter one.
+/// that; not beyond the last whole order of the shorter one.
 inline std::size_t FirstDifference(KeyOrders const& a, KeyOrders const& b) {
-  std::size_t const common = std::min(a.bytes, b.bytes);
+  std::size_t const common = std::min(a.bytes, b.bytes) & ~std::size_t{1};
   if (common < kBlockBytes) return 0;
   for (std::size_t offset = 0;;) {
     auto const orders = LoadBytes<OrderBlock>(a.orders + offset);

@@ -201,13 +201,14 @@ namespace {
 // functions takes what the one after it leaves over, and is kept out of it, so that the first
 // letters, which decide most often, need no stack of their own.
 
-/// Whether a key ends in half an order.
+/// Whether one of two keys ends in half an order.
 inline bool HasHalfOrder(void const* buf1, void const* buf2) {
   return ((LengthOf(buf1) | LengthOf(buf2)) & 1) != 0;
 }
 
-/// The order at `place` of a key, or 0 behind its last one. Nobody can foretell where a key ends,
-/// so it is read without a branch: behind the last order two bytes close the record.
+/// The order at `place` of a key of whole orders, or 0 behind its last one. Nobody can foretell
+/// where a key ends, so it is read without a branch: behind the last order two bytes close the
+/// record.
 inline unsigned OrderAt(void const* record, std::size_t place) {
   std::size_t const end = LengthOf(record);
   unsigned const order = LoadBytes<unsigned short>(Advance(record, std::min(place, end)));
@@ -222,18 +223,14 @@ inline unsigned SignificantOrderAt(void const* record, std::size_t place) {
 /// Compares keys that begin with the same letters in `start` bytes.
 [[gnu::noinline]] int CompareKeysFrom(void const* buf1, void const* buf2, unsigned short cmpOp,
                                       std::size_t start) {
-  if (HasHalfOrder(buf1, buf2)) [[unlikely]] {
-    // Half an order counts as one of 8 bits. Of records that are whole there is nothing to report.
-    int status = 0;
-    return CompareStrings(FormatIndexKey | FormLittle, LengthOf(buf1) + kLengthBytes, buf1,
-                          LengthOf(buf2) + kLengthBytes, buf2, cmpOp, 1, status, false);
-  }
   auto const group = static_cast<unsigned char>(KindOf(buf1) >> 8);
-  unsigned const order1 = SignificantOrderAt(buf1, kHeaderBytes + start);
-  unsigned const order2 = SignificantOrderAt(buf2, kHeaderBytes + start);
-  int const difference = Difference(LetterKey(order1, group), LetterKey(order2, group));
-  if (difference != 0 && !IsIgnorable(order1) && !IsIgnorable(order2)) [[likely]]
-    return difference;
+  if (!HasHalfOrder(buf1, buf2)) [[likely]] {
+    unsigned const order1 = SignificantOrderAt(buf1, kHeaderBytes + start);
+    unsigned const order2 = SignificantOrderAt(buf2, kHeaderBytes + start);
+    int const difference = Difference(LetterKey(order1, group), LetterKey(order2, group));
+    if (difference != 0 && !IsIgnorable(order1) && !IsIgnorable(order2)) [[likely]]
+      return difference;
+  }
   return CompareKeys({Advance(buf1, kHeaderBytes), LengthOf(buf1) - kHeaderBytes},
                      {Advance(buf2, kHeaderBytes), LengthOf(buf2) - kHeaderBytes}, group, cmpOp,
                      start);

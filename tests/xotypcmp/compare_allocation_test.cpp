@@ -80,6 +80,21 @@ TEST(ComparisonMemory, WithWildcardsOffNothingIsAllocated) {
   });
 }
 
+TEST(ComparisonMemory, KeysOfAnyLengthAreComparedWithoutAny) {
+  for (unsigned const length : {126u, 127u, 128u, 1000u, 32000u}) {
+    StoredBytes const key = Key(std::vector<unsigned>(length, Lower('a')));
+    // Half an order at its end.
+    StoredBytes half = key;
+    half.insert(half.end() - 2, kHyphen);
+    ++half[0];
+    for (StoredBytes const& one : {key, half}) {
+      for (StoredBytes const& two : {key, half}) {
+        EXPECT_EQ(Allocated(one, two, kKeyLittle, kLiteral), 0u) << length;
+      }
+    }
+  }
+}
+
 TEST(ComparisonMemory, OfAPatternNothingIsAllocatedUntilAStarHasACandidate) {
   ForEachOperand([](StoredBytes const& operand, unsigned char format) {
     for (char const* pattern : {"aab", "a?b", "*", "a*", "b*", "*b", "?*"}) {

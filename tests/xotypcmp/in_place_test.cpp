@@ -19,8 +19,10 @@ constexpr std::array<unsigned short, 6> kOperators = {0x10, 0x10, 0x30, 0x50, 0x
 /// A stored string at the end of an allocation of its size, so that a read behind it is seen.
 class StoredString {
  public:
-  /// `text` are the bytes of the text, which lack the terminator.
-  StoredString(std::string const& text, unsigned char codeSet, unsigned char language)
+  /// `text` are the bytes of the text, which lack the terminator; `closing` are the two bytes of
+  /// that and the end mark.
+  StoredString(std::string const& text, unsigned char codeSet, unsigned char language,
+               char16_t closing)
       : bytes(text.size() + 6), memory(new unsigned char[bytes]) {
     std::size_t const length = bytes - 2;
     memory[0] = static_cast<unsigned char>(length & 0xFF);
@@ -28,8 +30,8 @@ class StoredString {
     memory[2] = codeSet;
     memory[3] = language;
     std::copy(text.begin(), text.end(), memory.get() + 4);
-    memory[bytes - 2] = 0;
-    memory[bytes - 1] = 0xFF;
+    memory[bytes - 2] = static_cast<unsigned char>(closing & 0xFF);
+    memory[bytes - 1] = static_cast<unsigned char>(closing >> 8);
   }
   unsigned char* Data() const { return memory.get(); }
   unsigned Size() const { return static_cast<unsigned>(bytes); }
@@ -109,10 +111,15 @@ class InPlace : public RandomTest {
   /// Compares both ways, with their lengths declared and without.
   void Check(std::string const& one, std::string const& two, unsigned char codeSet,
              unsigned char language, unsigned char format) {
-    StoredString const first(one, codeSet, language), second(two, codeSet, language);
+    // A key ends by its length alone, so that those bytes may as well look like more letters.
+    constexpr char16_t kClosings[] = {u'\xFF00', u'\xFF00', u'\x5000', u'\x400C', u'\x0000'};
+    auto const closing = [&] { return kClosings[codeSet == kKeySet ? Below(5) : 0]; };
+    StoredString const first(one, codeSet, language, closing());
+    StoredString const second(two, codeSet, language, closing());
     unsigned short const cmpOp = kOperators[Below(kOperators.size())];
-    // Orders end in a unit of two bytes.
-    std::string const text1 = one + '\0', text2 = two + '\0';
+    // Orders end in a unit of two bytes, and half an order lacks its upper one.
+    std::string const zeros(2, '\0');
+    std::string const text1 = one + zeros, text2 = two + zeros;
     int const general = Generally(text1, text2, codeSet, language, cmpOp);
     int const expected =
         XoStrCmp(codeSet, language, text1.c_str(), codeSet, language, text2.c_str(), cmpOp);
@@ -182,6 +189,21 @@ TEST_F(InPlace, KeysCompareAsTheirOrdersDoWhereverTheyDiffer) {
         }
       }
     }
+  }
+}
+
+/// Half an order may stand behind the last one, whatever the length, and wherever they differ.
+TEST_F(InPlace, KeysThatEndInHalfAnOrderCompareAsTheirOrdersDo) {
+  constexpr unsigned char kHalves[] = {0x00, 0x0C, 0x14, 0x74, 0xFF};
+  for (unsigned round = 0; round < 200000; ++round) {
+    auto const words = Pair<char16_t>(OneIn(8) ? 30 : 12, [this] { return Order(); });
+    std::string keys[2] = {BytesOf(words[0]), BytesOf(words[1])};
+    unsigned const which = 1 + Below(3);
+    for (unsigned side = 0; side < 2; ++side) {
+      if ((which >> side & 1) != 0) keys[side] += static_cast<char>(kHalves[Below(5)]);
+    }
+    Check(keys[0], keys[1], kKeySet, 2, kKeyFormat);
+    if (HasFatalFailure()) return;
   }
 }
 

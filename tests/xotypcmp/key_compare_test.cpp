@@ -1,0 +1,119 @@
+// Keys of one group, which are compared where they lie: where they end, and what is none of theirs.
+#include <string>
+
+#include "tests/xotypcmp/stored_records.hpp"
+#include "xostrcmp.hpp"
+
+namespace xo::test {
+namespace {
+
+/// A key behind whose orders half a one stands.
+StoredBytes KeyWithHalf(std::string_view text, unsigned char half) {
+  StoredBytes key = Key(Orders(text));
+  key.insert(key.end() - 2, half);
+  ++key[0];
+  return key;
+}
+
+TEST(KeyCompare, HalfAnOrderAtTheEndOfAKeyIsOneOf8Bits) {
+  // A space or symbol, therefore, which counts behind letters and case. There is none of 0.
+  for (std::string_view const text : {"", "abc", "abcd", "abcde", "abcdefgh", "abcdefghijk"}) {
+    std::string const letters(text);
+    StoredBytes const space = KeyWithHalf(text, kSpace);
+    StoredBytes const hyphen = KeyWithHalf(text, kHyphen);
+    EXPECT_EQ(Compare(space, hyphen, {kKeyLittle}), (Answer{-1, 0})) << text;
+    EXPECT_EQ(Compare(hyphen, hyphen, {kKeyLittle}), (Answer{0, 0})) << text;
+    EXPECT_EQ(Compare(hyphen, Key(Orders(letters + '-')), {kKeyLittle}), (Answer{0, 0})) << text;
+    EXPECT_EQ(Compare(hyphen, Key(Orders(text)), {kKeyLittle}), (Answer{1, 0})) << text;
+    EXPECT_EQ(Compare(Key(Orders(text)), hyphen, {kKeyLittle}), (Answer{-1, 0})) << text;
+    EXPECT_EQ(Compare(hyphen, Key(Orders(text)), {kKeyLittle, 0x210}), (Answer{0, 0})) << text;
+    EXPECT_EQ(Compare(KeyWithHalf(text, 0), Key(Orders(text)), {kKeyLittle}), (Answer{0, 0}))
+        << text;
+    // Not a letter, though it is the lower half of one.
+    EXPECT_EQ(
+        Compare(KeyWithHalf(text, Lower('x') & 0xFF), Key(Orders(letters + 'x')), {kKeyLittle}),
+        (Answer{-1, 0}))
+        << text;
+  }
+  EXPECT_EQ(
+      Compare(KeyWithHalf("abcdefgB", kHyphen), KeyWithHalf("abcdefga", kHyphen), {kKeyLittle}),
+      (Answer{1, 0}));
+  EXPECT_EQ(
+      Compare(KeyWithHalf("abcdefgA", kSpace), KeyWithHalf("abcdefga", kHyphen), {kKeyLittle}),
+      (Answer{1, 0}))
+      << "case comes before symbols";
+}
+
+TEST(KeyCompare, AKeyEndsByItsLengthWhateverClosesIt) {
+  for (std::string_view const text : {"", "abc", "abcd", "abcde", "abcdefgh", "abcdefghij"}) {
+    // Closed by what looks like one more letter.
+    StoredBytes key = Key(Orders(text));
+    key[key.size() - 2] = Lower('a') & 0xFF;
+    key[key.size() - 1] = Lower('a') >> 8;
+    EXPECT_EQ(Compare(key, Key(Orders(text)), {kKeyLittle}), (Answer{0, 0})) << text;
+    EXPECT_EQ(Compare(key, Key(Orders(std::string(text) + "aaaaaaaa")), {kKeyLittle}),
+              (Answer{-1, 0}))
+        << text;
+    // Half an order is not filled up from there: 0x8C is a symbol and 0x10 a space; filled up they
+    // would be letters, the other way round.
+    StoredBytes one = KeyWithHalf(text, 0x8C);
+    StoredBytes two = KeyWithHalf(text, 0x10);
+    one[one.size() - 2] = two[two.size() - 2] = 0x50;
+    EXPECT_EQ(Compare(one, two, {kKeyLittle}), (Answer{1, 0})) << text;
+  }
+}
+
+TEST(KeyCompare, BehindAKeyNothingCounts) {
+  // The declared length has room for more, and there are letters, or a key that has some.
+  StoredBytes const letters = Key(Orders("zyxwvutsrq"));
+  for (std::string_view const text :
+       {"", "a", "abc", "abcd", "abcdefg", "abcdefgh", "abcdefghij"}) {
+    for (StoredBytes const& more : {letters, StoredBytes(letters.begin() + 4, letters.end())}) {
+      StoredBytes const key = Key(Orders(text)) + more;
+      std::string const later = std::string(text) + "a";
+      EXPECT_EQ(Compare(key, Key(Orders(text)), {kKeyLittle}), (Answer{0, 0})) << text;
+      EXPECT_EQ(Compare(Key(Orders(text)), key, {kKeyLittle}), (Answer{0, 0})) << text;
+      EXPECT_EQ(Compare(key, Key(Orders(later)), {kKeyLittle}), (Answer{-1, 0})) << text;
+      EXPECT_EQ(Compare(Key(Orders(later)) + letters, key, {kKeyLittle}), (Answer{1, 0})) << text;
+    }
+  }
+}
+
+TEST(KeyCompare, AKeyOfHardlyMoreThanItsHeaderIsEmpty) {
+  for (unsigned char const format : Formats{kKeyLittle, kKeyBig}) {
+    for (unsigned const length : {2u, 3u, 4u}) {
+      StoredBytes const key = UnitBytes(length, format) + StoredBytes{254, 2} +
+                              UnitBytes(Lower('a'), format) + UnitBytes(Lower('b'), format);
+      EXPECT_EQ(Compare(key, Key({}, format), {format}), (Answer{0, 0})) << length;
+      EXPECT_EQ(Compare(Key({}, format), key, {format}), (Answer{0, 0})) << length;
+      EXPECT_EQ(Compare(key, Key(Orders("a"), format), {format}), (Answer{-1, 0})) << length;
+      EXPECT_EQ(Compare(Key(Orders("abcdefgh"), format), key, {format}), (Answer{1, 0})) << length;
+    }
+  }
+}
+
+TEST(KeyCompare, AsManyKeysCompareAsAreAskedFor) {
+  for (unsigned char const format : Formats{kKeyLittle, kKeyBig}) {
+    StoredBytes const one = Key(Orders("abcdefgh"), format) + Key(Orders("ijklmnop"), format);
+    StoredBytes const two = Key(Orders("abcdefgh"), format) + Key(Orders("ijklmnoq"), format);
+    EXPECT_EQ(Compare(one, two, {format, kLiteral, 1}), (Answer{0, 0}));
+    EXPECT_EQ(Compare(one, two, {format, kLiteral, 2}), (Answer{-1, 0}));
+    EXPECT_EQ(Compare(two, one, {format, kLiteral, 2}), (Answer{1, 0}));
+    EXPECT_EQ(Compare(Key(Orders("a"), format), two, {format, kLiteral, 0}), (Answer{0, 0}));
+    EXPECT_EQ(Compare(Key(Orders("bbbbbbbb"), format), two, {format, kLiteral, 0}), (Answer{0, 0}));
+  }
+}
+
+TEST(KeyCompare, AKeyMayBeAPattern) {
+  std::vector<unsigned> pattern = Orders("abcdefgh");
+  pattern.push_back(AsteriskOrder());
+  pattern.push_back(Lower('z'));
+  for (unsigned char const format : Formats{kKeyLittle, kKeyBig}) {
+    StoredBytes const key = Key(Orders("abcdefghijklmnz"), format);
+    EXPECT_EQ(Compare(key, Key(pattern, format), {format, 0}), (Answer{0, 0}));
+    EXPECT_EQ(Compare(key, Key(pattern, format), {format, kLiteral}), (Answer{-1, 0}));
+  }
+}
+
+}  // namespace
+}  // namespace xo::test
