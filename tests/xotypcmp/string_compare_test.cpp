@@ -214,8 +214,14 @@ TEST(StringCompare, UnderPlainOrdersNoLevelComesBeforeAnother) {
               (Answer{-1, 0}));
     EXPECT_EQ(Compare(Key(Orders("Ab"), format), Key(Orders("aa"), format), {format}),
               (Answer{1, 0}));
-    EXPECT_EQ(Compare(Key(Orders(" a"), format), Key(Orders("a"), format), {format, 0x110}),
-              (Answer{-1, 0}));
+    for (std::string const text : {"a", "abcdefgh"}) {
+      EXPECT_EQ(
+          Compare(Key(Orders(" " + text), format), Key(Orders(text), format), {format, 0x110}),
+          (Answer{-1, 0}));
+    }
+    EXPECT_EQ(
+        Compare(Key(Orders("aaaaaaAb"), format), Key(Orders("aaaaaaaa"), format), {format, 0x110}),
+        (Answer{-1, 0}));
   }
 }
 
