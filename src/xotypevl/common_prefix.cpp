@@ -181,34 +181,28 @@ class StoredOrders {
 
 using FourOrders = std::array<StoredOrders, 4>;
 
-/// The place of the first order, within `limit`, that the texts do not have in common, or that ends
-/// them all. `used` becomes the number of orders in common, the end included; where there is no
-/// limit it stays 0.
-std::size_t FirstUncommon(FourOrders const& orders, unsigned short limit, unsigned short ignored,
-                          int& used) {
-  used = 0;
+/// The place of the first order that the texts do not have in common, or that ends them all, or
+/// `limit` where that comes first. No text has as many orders as `kAllCharacters`.
+std::size_t FirstUncommon(FourOrders const& orders, unsigned short limit, unsigned short ignored) {
   auto const isSameGroup = [&](std::size_t side) {
     return orders[side].Group() == orders[0].Group();
   };
   if (!isSameGroup(1) || !isSameGroup(2) || !isSameGroup(3)) return 0;
   for (std::size_t place = 0;; ++place) {
-    if (limit != kAllCharacters && place == limit) return place;
+    if (place == limit) return place;
     unsigned short const unit = WithoutIgnored(orders[0].Order(place), ignored);
     auto const differs = [&](std::size_t side) {
       return WithoutIgnored(orders[side].Order(place), ignored) != unit;
     };
-    if (differs(3) || differs(2) || differs(1)) return place;
-    if (limit != kAllCharacters) ++used;
-    if (unit == 0) return place;
+    if (differs(3) || differs(2) || differs(1) || unit == 0) return place;
   }
 }
 
 FourEstimates EstimateOrders(FourTexts const& texts, unsigned short ignored) {
   FourOrders const orders{StoredOrders(*texts.valueLow.text), StoredOrders(*texts.valueHigh.text),
                           StoredOrders(*texts.rangeLow.text), StoredOrders(*texts.rangeHigh.text)};
-  int used = 0;
-  std::size_t const place = FirstUncommon(orders, LeastCharacters(texts), ignored, used);
-  auto const characters = EstimatedCharacters(texts, used);
+  std::size_t const place = FirstUncommon(orders, LeastCharacters(texts), ignored);
+  auto const characters = EstimatedCharacters(texts, static_cast<int>(place));
   std::array<OrderBlock, 4> letters;
   auto const areLetters = [&](std::size_t side) {
     return orders[side].ReadLetters(characters[side], letters[side]);
