@@ -104,5 +104,77 @@ TEST_F(KeyEstimates, AreThoseOfAnyTexts) {
   EXPECT_GT(different, 10000u);
 }
 
+constexpr unsigned char kKeyFormat = FormatIndexKey | FormLittle;
+
+/// Reads a record that ends with its allocation.
+template <class Check>
+void ReadAnd(std::vector<unsigned char> const& record, unsigned char format, Generation generation,
+             Check check) {
+  PlacedBytes const placed(record, 1);
+  EvaluatedText text;
+  text.Read(placed.Data(), record.size(), format, generation);
+  check(text, text.Start() - static_cast<char const*>(static_cast<void const*>(placed.Data())));
+}
+
+TEST(EvaluatedRecord, WhatIsNotThereReadsAsZeroAndIsNoText) {
+  std::vector<unsigned char> const whole = {10, 0, kOrders, 2, 1, 64, 2, 64, 3, 64, 0, 255};
+  for (unsigned char const format : {kKeyFormat, FormLittle}) {
+    for (std::size_t there = 0; there <= whole.size(); ++there) {
+      ReadAnd({whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(there)}, format,
+              Generation::kCurrent, [&](EvaluatedText const& text, std::ptrdiff_t start) {
+                std::size_t const behind = there > 4 ? there - 4 : 0;
+                EXPECT_EQ(text.Header().length, there > 0 ? 10 : 0) << there;
+                EXPECT_EQ(text.Header().codeSet, there > 2 ? kOrders : 0) << there;
+                EXPECT_EQ(text.Header().language, there > 3 ? 2 : 0) << there;
+                EXPECT_FALSE(text.Header().isOlder) << there;
+                EXPECT_EQ(text.Bytes(), std::min<std::size_t>(behind, 6)) << there;
+                EXPECT_EQ(text.Characters(), behind / 2) << there;
+                EXPECT_EQ(start, static_cast<std::ptrdiff_t>(std::min<std::size_t>(there, 4)));
+              });
+    }
+  }
+}
+
+TEST(EvaluatedRecord, ThatEndsInAZeroHasAHeaderAsAKeyOnly) {
+  std::vector<unsigned char> const record = {4, 0, kOrders, 2, 65, 0};
+  ReadAnd(record, kKeyFormat, Generation::kCurrent, [](EvaluatedText const& text, auto start) {
+    EXPECT_FALSE(text.Header().isOlder);
+    EXPECT_EQ(text.Header().codeSet, kOrders);
+    EXPECT_EQ(start, 4);
+  });
+  for (Generation const generation : {Generation::kCurrent, Generation::kOlder}) {
+    ReadAnd(record, FormLittle, generation, [](EvaluatedText const& text, auto start) {
+      EXPECT_TRUE(text.Header().isOlder);
+      EXPECT_EQ(text.Header().codeSet, 0);
+      EXPECT_EQ(text.Bytes(), 3u);
+      EXPECT_EQ(start, 2);
+    });
+  }
+}
+
+TEST(EvaluatedRecord, OfTheOlderGenerationHasNoHeaderWhateverEndsIt) {
+  ReadAnd({4, 0, 'a', 'b', 'c', 255}, FormLittle, Generation::kOlder,
+          [](EvaluatedText const& text, auto start) {
+            EXPECT_TRUE(text.Header().isOlder);
+            EXPECT_EQ(text.Bytes(), 3u);
+            EXPECT_EQ(start, 2);
+          });
+}
+
+TEST(EvaluatedRecord, ThatEndsWithinItsHeaderHasNoMoreOfIt) {
+  // One byte behind the length field; what follows belongs to something else.
+  ReadAnd({1, 0, kOrders, 7, 1, 64}, kKeyFormat, Generation::kCurrent,
+          [](EvaluatedText const& text, auto) {
+            EXPECT_EQ(text.Header().codeSet, kOrders);
+            EXPECT_EQ(text.Header().language, 0);
+            EXPECT_EQ(text.Bytes(), 0u);
+          });
+  ReadAnd({2, 0, kOrders, 7, 1, 64}, kKeyFormat, Generation::kCurrent,
+          [](EvaluatedText const& text, auto) {
+            EXPECT_EQ(text.Header().language, 7);
+            EXPECT_EQ(text.Bytes(), 0u);
+          });
+}
+
 }  // namespace
 }  // namespace xo::test
