@@ -85,7 +85,7 @@ constexpr unsigned LetterKey(unsigned order, unsigned group) {
 }
 
 /// The place in bytes of the first orders that differ, or of the zero at which both keys end before
-/// that; not beyond the last whole order of the shorter one.
+/// that; not beyond the last whole order of the shorter one. 0 where that has no block.
 inline std::size_t FirstDifference(KeyOrders const& a, KeyOrders const& b) {
   std::size_t const common = std::min(a.bytes, b.bytes) & ~std::size_t{1};
   if (common < kBlockBytes) return 0;

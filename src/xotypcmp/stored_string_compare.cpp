@@ -3,6 +3,7 @@
 #include <cstddef>
 
 #include "intl/records.hpp"
+#include "src/xostring/order_blocks.hpp"
 #include "src/xostring/order_keys.hpp"
 #include "src/xotypcmp/key_compare.hpp"
 #include "src/xotypcmp/string_rows.hpp"

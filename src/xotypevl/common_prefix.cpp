@@ -5,6 +5,7 @@
 #include <cstdint>
 
 #include "src/xostring/order_blocks.hpp"
+#include "src/xostring/order_keys.hpp"
 
 namespace xo {
 

@@ -21,9 +21,9 @@ RecordHeader HeaderOf(void const* record, std::size_t available, unsigned char f
   return header;
 }
 
-/// Whether a record is one with a header that is there whole.
-inline bool IsCurrentAndThere(void const* record, std::size_t available, unsigned char nibble,
-                              Generation generation) {
+/// Whether a record has a header of which all bytes are there; its text may be cut.
+inline bool HasWholeHeader(void const* record, std::size_t available, unsigned char nibble,
+                           Generation generation) {
   if (generation == Generation::kOlder || available < kHeaderBytes) return false;
   std::size_t const size = kLengthBytes + ReadLength(record, available, nibble);
   return size >= kHeaderBytes && (size > available || *Advance(record, size - 1) != 0);
@@ -36,7 +36,7 @@ void EvaluatedText::Read(void const* record, std::size_t available, unsigned cha
   byteOrder = FormNibble(format);
   text = nullptr;
   auto const* const at = static_cast<char const*>(record);
-  if (IsCurrentAndThere(record, available, byteOrder, generation)) [[likely]] {
+  if (HasWholeHeader(record, available, byteOrder, generation)) [[likely]] {
     header = {ReadLength(record, available, byteOrder), LoadNarrow(at + 2), LoadNarrow(at + 3),
               false};
     declared = available - kHeaderBytes;
