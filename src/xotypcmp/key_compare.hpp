@@ -119,6 +119,7 @@ inline std::size_t FirstDifference(KeyOrders const& a, KeyOrders const& b) {
       break;
     }
   }
+  // Accents and case count from the beginning.
   return CompareKeyLevels(a, b, FirstDifference(a, b), group, cmpOp);
 }
 

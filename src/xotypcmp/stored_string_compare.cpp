@@ -311,9 +311,9 @@ int CompareFirstOrders(void const* buf1, void const* buf2, unsigned short cmpOp)
 /// Whether a record is there whole that has a block, by a length that is declared. It is `IsWhole`
 /// without a second number to keep.
 inline bool IsLong(unsigned available, void const* record) {
-  constexpr unsigned kBefore = kLengthBytes;
-  return available >= kLongLength + kBefore && LengthOf(record) >= kLongLength &&
-         LengthOf(record) + kBefore <= available;
+  constexpr unsigned kField = kLengthBytes;
+  return available >= kField + kLongLength && LengthOf(record) >= kLongLength &&
+         LengthOf(record) + kField <= available;
 }
 
 /// `StringCompare` of what its first letters do not settle.
