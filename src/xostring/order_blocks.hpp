@@ -52,8 +52,8 @@ struct BlockPair {
   }
   /// The bits in which letters differ.
   OrderBlock Differing() const { return (first ^ second) & FourTimes(kLetterBits); }
-  /// The bits in which letters differ, and some wherever not both orders are letters: in
-  /// `kKindBits` there and nowhere else.
+  /// The bits in which letters differ, and some wherever not both orders are letters. Of
+  /// `kKindBits` there are some in such a place, and in no other.
   OrderBlock Notable() const {
     return NoLetters(first) | ((first ^ second) & FourTimes(kKindBits | kLetterBits));
   }

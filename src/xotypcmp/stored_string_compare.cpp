@@ -322,11 +322,10 @@ inline bool IsLong(unsigned available, void const* record) {
                                      int& status) {
   if (count == 1 && (format & ~FormatIndexKey) == FormLittle) {
     bool const isKey = format != FormLittle;
+    status = 0;
     if (isKey && (cmpOp & kNoPattern) == kCmpNoWildcards && AreWholeKeys(len1, buf1, len2, buf2)) {
-      status = 0;
       return CompareFirstOrders(buf1, buf2, cmpOp);
     }
-    status = 0;
     int result = 0;
     if (CompareWholeTexts(isKey, len1, buf1, len2, buf2, cmpOp, result)) return result;
   }

@@ -21,7 +21,8 @@ RecordHeader HeaderOf(void const* record, std::size_t available, unsigned char f
   return header;
 }
 
-/// Whether a record has a header of which all bytes are there; its text may be cut.
+/// Whether a record has a header of which all bytes are there, as most have; its text may be cut.
+/// `HeaderOf` finds the same header, and those of all others.
 inline bool HasWholeHeader(void const* record, std::size_t available, unsigned char nibble,
                            Generation generation) {
   if (generation == Generation::kOlder || available < kHeaderBytes) return false;
