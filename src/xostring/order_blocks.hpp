@@ -16,10 +16,8 @@ inline constexpr std::size_t kBlockBytes = sizeof(OrderBlock);
 
 constexpr OrderBlock FourTimes(unsigned order) { return OrderBlock{0x0001000100010001} * order; }
 
-/// Bits of an order: those that are 01 in letters and in nothing else, and those that tell one
-/// letter from another. Between them are accent and case.
+/// Bits of an order that are 01 in letters and in nothing else.
 inline constexpr unsigned kKindBits = 0xC000;
-inline constexpr unsigned kLetterBits = 0x7F;
 
 /// Bits that are set where orders are no letters.
 constexpr OrderBlock NoLetters(OrderBlock orders) {

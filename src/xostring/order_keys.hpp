@@ -10,6 +10,8 @@ inline constexpr unsigned short kFirstSymbolOrder = 80;
 inline constexpr unsigned short kFirstSignificantOrder = 16128;
 inline constexpr unsigned short kFirstLetterOrder = 16384;
 inline constexpr unsigned short kFirstHanOrder = 32768;
+/// Bits of a letter's order that tell it from other letters. Above them are accent and case.
+inline constexpr unsigned kLetterBits = 0x7F;
 /// The group of characters that the tables lack, above all groups of the tables.
 inline constexpr unsigned char kUntabledGroup = 20;
 /// Codes from here on may lack an entry.
@@ -24,7 +26,7 @@ constexpr unsigned KeyOf(unsigned short order, unsigned char group) {
   if (order == 0) return 0;
   unsigned const top = unsigned{group} << 24;
   if (order >= kFirstLetterOrder && order < kFirstHanOrder && group != kUntabledGroup) {
-    return top | (order & 0x407Fu) << 8 | (order >> 7 & 0x7Fu);
+    return top | (order & (kFirstLetterOrder | kLetterBits)) << 8 | (order >> 7 & 0x7Fu);
   }
   return top | unsigned{order} << 8;
 }

@@ -78,10 +78,13 @@ struct KeyCursor {
   }
 }
 
-/// The key of an order of `group`, without accent and case: what `LetterLevel` gives of `KeyOf`.
+/// The key of an order of `group`, without accent and case: what `LetterLevel` gives of `KeyOf`, in
+/// place of whose branches, which nobody could foretell where keys end, values are chosen.
 constexpr unsigned LetterKey(unsigned order, unsigned group) {
   bool const isLetter = order >= kFirstLetterOrder && order < kFirstHanOrder;
-  return ((isLetter ? order & 0x407F : order) + (order != 0 ? group << 16 : 0)) << 8;
+  return ((isLetter ? order & (kFirstLetterOrder | kLetterBits) : order) +
+          (order != 0 ? group << 16 : 0))
+         << 8;
 }
 
 /// The place in bytes of the first orders that differ, or of the zero at which both keys end before
