@@ -78,8 +78,8 @@ struct KeyCursor {
   }
 }
 
-/// The key of an order of `group`, without accent and case: what `LetterLevel` gives of `KeyOf`, in
-/// place of whose branches, which nobody could foretell where keys end, values are chosen.
+/// The key of an order of `group`, which has tables, without accent and case: what `LetterLevel`
+/// gives of `KeyOf`, which would first put them together.
 constexpr unsigned LetterKey(unsigned order, unsigned group) {
   bool const isLetter = order >= kFirstLetterOrder && order < kFirstHanOrder;
   return ((isLetter ? order & (kFirstLetterOrder | kLetterBits) : order) +

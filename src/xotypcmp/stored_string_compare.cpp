@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <bit>
 #include <cstddef>
+#include <cstdint>
 
 #include "intl/records.hpp"
 #include "src/xostring/order_blocks.hpp"
@@ -151,18 +152,18 @@ inline unsigned short KindOf(void const* record) {
   return LoadBytes<unsigned short>(Advance(record, kLengthBytes));
 }
 
-/// Whether records of a kind are keys of a group that has no rules of its own, neither null nor cut
-/// where it changes.
-constexpr bool IsPlainKey(unsigned short kind) {
-  constexpr unsigned kFirst = 1U << 8 | kSortOrderSet;
-  // The code set, if it is that of keys, goes out at the upper end, and any other one stays there.
-  return std::rotr(static_cast<unsigned short>(kind - kFirst), 8) < kUntabledGroup - 1;
+/// Whether a header, less its length, is that of keys of a group that has no rules of its own,
+/// neither null nor cut where it changes.
+constexpr bool IsPlainKey(std::uint32_t header) {
+  constexpr std::uint32_t kFirst = (1U << 8 | kSortOrderSet) << 16;
+  // The group becomes the lowest byte, and whatever should not be there stands above it.
+  return std::rotl(header - kFirst, 8) < kUntabledGroup - 1;
 }
 
 /// Whether two records are keys of one plain kind that are there whole, with a header.
 inline bool AreWholeKeys(unsigned len1, void const* buf1, unsigned len2, void const* buf2) {
   return IsWhole(len1, buf1, kHeaderBytes) && IsWhole(len2, buf2, kHeaderBytes) &&
-         KindOf(buf1) == KindOf(buf2) && IsPlainKey(KindOf(buf1));
+         KindOf(buf1) == KindOf(buf2) && IsPlainKey(std::uint32_t{KindOf(buf1)} << 16);
 }
 
 /// The text of one byte a character of a record, if it can be read where it lies, or null.
@@ -207,13 +208,9 @@ inline bool HasHalfOrder(void const* buf1, void const* buf2) {
   return ((LengthOf(buf1) | LengthOf(buf2)) & 1) != 0;
 }
 
-/// The order at `place` of a key of whole orders, or 0 behind its last one. Nobody can foretell
-/// where a key ends, so it is read without a branch: behind the last order two bytes close the
-/// record.
+/// The order at `place` of a key of whole orders, or 0 behind its last one.
 inline unsigned OrderAt(void const* record, std::size_t place) {
-  std::size_t const end = LengthOf(record);
-  unsigned const order = LoadBytes<unsigned short>(Advance(record, std::min(place, end)));
-  return place < end ? order : 0;
+  return place < LengthOf(record) ? LoadBytes<unsigned short>(Advance(record, place)) : 0;
 }
 
 /// The first order from `place` on that counts at the first level, if it is one of the first two.
@@ -308,12 +305,19 @@ int CompareFirstOrders(void const* buf1, void const* buf2, unsigned short cmpOp)
   return CompareSecondBlocks(buf1, buf2, cmpOp);
 }
 
-/// Whether a record is there whole that has a block, by a length that is declared. It is `IsWhole`
-/// without a second number to keep.
-inline bool IsLong(unsigned available, void const* record) {
+/// Whether two records of these declared lengths have room for a block, and length fields for what
+/// fills them.
+constexpr bool HaveBlocks(unsigned len1, unsigned len2) {
+  constexpr unsigned kFewest = kLengthBytes + kLongLength;
+  constexpr unsigned kMost = kLengthBytes + 0xFFFF;
+  // Neither number is greater than the bits of both.
+  return ((len1 - kFewest) | (len2 - kFewest)) <= kMost - kFewest;
+}
+
+/// The header of a record less the length that it tells where the record fills `available` bytes.
+inline std::uint32_t HeaderWithoutLength(void const* record, unsigned available) {
   constexpr unsigned kField = kLengthBytes;
-  return available >= kField + kLongLength && LengthOf(record) >= kLongLength &&
-         LengthOf(record) + kField <= available;
+  return LoadBytes<std::uint32_t>(record) - (available - kField);
 }
 
 /// `StringCompare` of what its first letters do not settle.
@@ -378,15 +382,19 @@ inline bool AreWholeTexts(unsigned len1, void const* buf1, unsigned len2, void c
 
 int StringCompare(unsigned char format, unsigned int len1, void* buf1, unsigned int len2,
                   void* buf2, unsigned short cmpOp, unsigned int count, int& status) {
-  // Two whole keys, as an index page has them, and words of some letters.
-  bool const areLongKeys = count == 1 && format == (FormatIndexKey | FormLittle) &&
-                           (cmpOp & kNoPattern) == kCmpNoWildcards && IsLong(len1, buf1) &&
-                           IsLong(len2, buf2) && KindOf(buf1) == KindOf(buf2) &&
-                           IsPlainKey(KindOf(buf1));
-  // GCC lets the arguments stay where they came in for this, but moves them about for `[[likely]]`.
-  if (__builtin_expect(areLongKeys, 1)) {
-    status = 0;
-    return CompareLongKeys(buf1, buf2, cmpOp);
+  // GCC leads the first way straight down, and leaves the arguments where they came in, only where
+  // the conditions stand in `__builtin_expect` themselves.
+  if (__builtin_expect(format == (FormatIndexKey | FormLittle) &&
+                           (cmpOp & kNoPattern) == kCmpNoWildcards && count == 1,
+                       1)) {
+    // Keys of one plain kind that fill what is declared, as an index page has them.
+    if (__builtin_expect(HaveBlocks(len1, len2) && IsPlainKey(HeaderWithoutLength(buf1, len1)) &&
+                             HeaderWithoutLength(buf1, len1) == HeaderWithoutLength(buf2, len2),
+                         1)) {
+      status = 0;
+      return CompareLongKeys(buf1, buf2, cmpOp);
+    }
+    return CompareFurther(format, len1, buf1, len2, buf2, cmpOp, count, status);
   }
   return CompareTexts(format, len1, buf1, len2, buf2, cmpOp, count, status);
 }

@@ -96,6 +96,47 @@ TEST(KeyCompare, AKeyOfHardlyMoreThanItsHeaderIsEmpty) {
   }
 }
 
+TEST(KeyCompare, WhatIsDeclaredBeyondALengthFieldIsNoPartOfTheHeader) {
+  // Less the 16 bits that a length field lacks, these headers would be those of keys.
+  struct Header {
+    unsigned char codeSet;
+    unsigned char language;
+    unsigned beyond;
+  };
+  for (auto const [codeSet, language, beyond] :
+       {Header{255, 1, 0x10000}, Header{0, 2, 0x20000}, Header{254, 2, 0x1000000}}) {
+    for (std::string_view const text : {"abcdefgh", "abcdefgi", "abcdefghijkl", "zyxw"}) {
+      StoredBytes one = Key(Orders("abcdefgh"));
+      StoredBytes two = Key(Orders(text));
+      one[2] = two[2] = codeSet;
+      one[3] = two[3] = language;
+      StoredBytes const more(beyond, 0);
+      Answer const answer = Compare(one, two, {kKeyLittle});
+      EXPECT_EQ(Compare(one + more, two + more, {kKeyLittle}), answer) << text << beyond;
+      EXPECT_EQ(Compare(one + more, two, {kKeyLittle}), answer) << text << beyond;
+      EXPECT_EQ(Compare(one, two + more, {kKeyLittle}), answer) << text << beyond;
+    }
+  }
+}
+
+TEST(KeyCompare, TheLongestKeysCompareToTheirEnds) {
+  constexpr std::size_t kMostOrders = (0xFFFF - 4) / 2;
+  StoredBytes const one = Key(std::vector<unsigned>(kMostOrders, Lower('a')));
+  StoredBytes two = one;
+  // The last order, before the bytes that close the record.
+  two[two.size() - 4] = Lower('b') & 0xFF;
+  EXPECT_EQ(one.size(), 0x10000u);
+  EXPECT_EQ(Compare(one, one, {kKeyLittle}), (Answer{0, 0}));
+  EXPECT_EQ(Compare(one, two, {kKeyLittle}), (Answer{-1, 0}));
+  EXPECT_EQ(Compare(two, one, {kKeyLittle}), (Answer{1, 0}));
+  // One more byte, and the length field is full.
+  StoredBytes half = one;
+  half.insert(half.end() - 2, kHyphen);
+  half[0] = half[1] = 0xFF;
+  EXPECT_EQ(Compare(half, one, {kKeyLittle}), (Answer{1, 0}));
+  EXPECT_EQ(Compare(half, two, {kKeyLittle}), (Answer{-1, 0}));
+}
+
 TEST(KeyCompare, AsManyKeysCompareAsAreAskedFor) {
   for (unsigned char const format : Formats{kKeyLittle, kKeyBig}) {
     StoredBytes const one = Key(Orders("abcdefgh"), format) + Key(Orders("ijklmnop"), format);
