@@ -149,6 +149,35 @@ TEST(KeyCompare, AsManyKeysCompareAsAreAskedFor) {
   }
 }
 
+TEST(KeyCompare, MoreKeysThanThereAreExceedTheLength) {
+  StoredBytes const one = Key(Orders("abcdefgh"));
+  StoredBytes const two = Key(Orders("abcdefgi"));
+  EXPECT_EQ(Compare(one, two, {kKeyLittle, kLiteral, 2}), (Answer{-1, kExceeded}));
+  EXPECT_EQ(Compare(two, one, {kKeyLittle, kLiteral, 2}), (Answer{1, kExceeded}));
+  EXPECT_EQ(Compare(one, one, {kKeyLittle, kLiteral, 2}), (Answer{0, kExceeded}));
+}
+
+TEST(KeyCompare, KeysOfNoGroupAreNullWhateverTheirOrders) {
+  StoredBytes one = Key(Orders("abcdefgh"));
+  StoredBytes two = Key(Orders("abcdefgi"));
+  StoredBytes const letters = two;
+  one[3] = two[3] = 0;
+  EXPECT_EQ(Compare(one, two, {kKeyLittle}), (Answer{0, 0}));
+  EXPECT_EQ(Compare(two, one, {kKeyLittle}), (Answer{0, 0}));
+  EXPECT_EQ(Compare(one, letters, {kKeyLittle}), (Answer{-1, 0}));
+  EXPECT_EQ(Compare(letters, one, {kKeyLittle}), (Answer{1, 0}));
+}
+
+TEST(KeyCompare, AKeyInAnotherByteOrderIsLongerThanItsBytes) {
+  // As a big-endian record the first letters would be there, and the rest cut off.
+  StoredBytes const one = Key(Orders("abcdefgh"));
+  StoredBytes const two = Key(Orders("abcdefgi"));
+  for (unsigned char const format : Formats{kBig, kKeyBig}) {
+    EXPECT_EQ(Compare(one, two, {format}).status, kExceeded) << int{format};
+    EXPECT_EQ(Compare(two, one, {format}).status, kExceeded) << int{format};
+  }
+}
+
 TEST(KeyCompare, AKeyMayBeAPattern) {
   std::vector<unsigned> pattern = Orders("abcdefgh");
   pattern.push_back(AsteriskOrder());
