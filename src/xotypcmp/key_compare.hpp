@@ -78,8 +78,8 @@ struct KeyCursor {
   }
 }
 
-/// The key of an order of `group`, which has tables, without accent and case: what `LetterLevel`
-/// gives of `KeyOf`, which would first put them together.
+/// The key of an order without accent and case: `LetterLevel` of `KeyOf` for a `group` that has
+/// tables, without building the levels below.
 constexpr unsigned LetterKey(unsigned order, unsigned group) {
   bool const isLetter = order >= kFirstLetterOrder && order < kFirstHanOrder;
   return ((isLetter ? order & (kFirstLetterOrder | kLetterBits) : order) +

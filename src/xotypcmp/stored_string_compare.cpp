@@ -152,8 +152,8 @@ inline unsigned short KindOf(void const* record) {
   return LoadBytes<unsigned short>(Advance(record, kLengthBytes));
 }
 
-/// Whether a header, less its length, is that of keys of a group that has no rules of its own,
-/// neither null nor cut where it changes.
+/// Whether a header with 0 for its length, and code set and group above that, is that of keys of a
+/// group that has no rules of its own, neither null nor cut where it changes.
 constexpr bool IsPlainKey(std::uint32_t header) {
   constexpr std::uint32_t kFirst = (1U << 8 | kSortOrderSet) << 16;
   // The group becomes the lowest byte, and whatever should not be there stands above it.
@@ -305,8 +305,10 @@ int CompareFirstOrders(void const* buf1, void const* buf2, unsigned short cmpOp)
   return CompareSecondBlocks(buf1, buf2, cmpOp);
 }
 
-/// Whether two records of these declared lengths have room for a block, and length fields for what
-/// fills them.
+// What follows chooses the way for records as they come.
+
+/// Whether two declared lengths have room for a block, and are no more than what the greatest
+/// length field tells. A few pairs near that are given up for one test, and go a longer way.
 constexpr bool HaveBlocks(unsigned len1, unsigned len2) {
   constexpr unsigned kFewest = kLengthBytes + kLongLength;
   constexpr unsigned kMost = kLengthBytes + 0xFFFF;
@@ -314,13 +316,15 @@ constexpr bool HaveBlocks(unsigned len1, unsigned len2) {
   return ((len1 - kFewest) | (len2 - kFewest)) <= kMost - kFewest;
 }
 
-/// The header of a record less the length that it tells where the record fills `available` bytes.
+/// The header of a record less the length that it tells where the record fills `available` bytes,
+/// which are no more than a length field can tell. Only of a record that does are the lower 16 bits
+/// zero, and nothing has been borrowed then from code set and language above them.
 inline std::uint32_t HeaderWithoutLength(void const* record, unsigned available) {
   constexpr unsigned kField = kLengthBytes;
   return LoadBytes<std::uint32_t>(record) - (available - kField);
 }
 
-/// `StringCompare` of what its first letters do not settle.
+/// `StringCompare` of what the ways by first letters do not take.
 [[gnu::noinline]] int CompareFurther(unsigned char format, unsigned len1, void* buf1, unsigned len2,
                                      void* buf2, unsigned short cmpOp, unsigned count,
                                      int& status) {
@@ -359,7 +363,7 @@ inline bool AreWholeTexts(unsigned len1, void const* buf1, unsigned len2, void c
          !IsWide(static_cast<unsigned char>(KindOf(buf1))) && closes(buf1) && closes(buf2);
 }
 
-/// `StringCompare` of everything but keys that begin with some letters.
+/// `StringCompare` of everything but two single keys without a pattern.
 [[gnu::noinline]] int CompareTexts(unsigned char format, unsigned len1, void* buf1, unsigned len2,
                                    void* buf2, unsigned short cmpOp, unsigned count, int& status) {
   if (count == 1 && format == FormLittle && (cmpOp & kNoPattern) == kCmpNoWildcards &&

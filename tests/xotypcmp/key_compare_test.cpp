@@ -1,4 +1,6 @@
 // Keys of one group, which are compared where they lie: where they end, and what is none of theirs.
+#include "src/xotypcmp/key_compare.hpp"
+
 #include <string>
 
 #include "tests/xotypcmp/stored_records.hpp"
@@ -54,6 +56,9 @@ TEST(KeyCompare, AKeyEndsByItsLengthWhateverClosesIt) {
     EXPECT_EQ(Compare(key, Key(Orders(std::string(text) + "aaaaaaaa")), {kKeyLittle}),
               (Answer{-1, 0}))
         << text;
+    EXPECT_EQ(Compare(Key(Orders(std::string(text) + "aaaaaaaa")), key, {kKeyLittle}),
+              (Answer{1, 0}))
+        << text;
     // Half an order is not filled up from there: 0x8C is a symbol and 0x10 a space; filled up they
     // would be letters, the other way round.
     StoredBytes one = KeyWithHalf(text, 0x8C);
@@ -97,26 +102,57 @@ TEST(KeyCompare, AKeyOfHardlyMoreThanItsHeaderIsEmpty) {
 }
 
 TEST(KeyCompare, WhatIsDeclaredBeyondALengthFieldIsNoPartOfTheHeader) {
-  // Less the 16 bits that a length field lacks, these headers would be those of keys.
+  // Less the bits that a length field lacks, these headers would be those of keys of group 1 or 19.
   struct Header {
     unsigned char codeSet;
     unsigned char language;
-    unsigned beyond;
+    int beyond;
   };
+  // By the bytes, by the letters and by whole orders these stand in three different ways.
+  std::vector<StoredBytes> const keys = {Key({Upper('A', 1), Upper('B'), Upper('C'), Upper('D')}),
+                                         Key({Lower('a'), Upper('B'), Upper('C'), Upper('D')}),
+                                         Key({Upper('B'), Upper('B'), Upper('C'), Upper('D')})};
   for (auto const [codeSet, language, beyond] :
-       {Header{255, 1, 0x10000}, Header{0, 2, 0x20000}, Header{254, 2, 0x1000000}}) {
-    for (std::string_view const text : {"abcdefgh", "abcdefgi", "abcdefghijkl", "zyxw"}) {
-      StoredBytes one = Key(Orders("abcdefgh"));
-      StoredBytes two = Key(Orders(text));
-      one[2] = two[2] = codeSet;
-      one[3] = two[3] = language;
-      StoredBytes const more(beyond, 0);
-      Answer const answer = Compare(one, two, {kKeyLittle});
-      EXPECT_EQ(Compare(one + more, two + more, {kKeyLittle}), answer) << text << beyond;
-      EXPECT_EQ(Compare(one + more, two, {kKeyLittle}), answer) << text << beyond;
-      EXPECT_EQ(Compare(one, two + more, {kKeyLittle}), answer) << text << beyond;
+       {Header{255, 1, 0x10000}, Header{0, 2, 0x20000}, Header{254, 20, 0x1000000}}) {
+    for (StoredBytes one : keys) {
+      for (StoredBytes two : keys) {
+        one[2] = two[2] = codeSet;
+        one[3] = two[3] = language;
+        int const declared = static_cast<int>(one.size()) + beyond;
+        EXPECT_EQ(Compare(one, two, {kKeyLittle}, declared, declared),
+                  Compare(one, two, {kKeyLittle}))
+            << testing::PrintToString(one) << " against " << testing::PrintToString(two);
+      }
     }
   }
+}
+
+TEST(KeyCompare, ALengthFieldOf0EndsTheRecordHoweverMuchIsDeclared) {
+  StoredBytes one = Key(Orders("abcdefgh"));
+  StoredBytes two = Key(Orders("zbcdefgh"));
+  for (StoredBytes* const record : {&one, &two}) {
+    (*record)[0] = (*record)[1] = 0;
+    (*record)[2] = 255;
+    (*record)[3] = 1;
+  }
+  // One more than the greatest length field can tell.
+  EXPECT_EQ(Compare(one, two, {kKeyLittle}, 0x10002, 0x10002), (Answer{0, 0}));
+}
+
+TEST(KeyCompare, OnlyTheFormatOfKeysMakesAKeyOfARecord) {
+  std::vector<unsigned> const rest(7, Upper('D'));
+  auto const closedByZero = [&rest](unsigned first) {
+    std::vector<unsigned> orders{first};
+    orders.insert(orders.end(), rest.begin(), rest.end());
+    StoredBytes key = Key(orders);
+    // Elsewhere it is a record without a header, whose text begins with the code set.
+    key.back() = 0;
+    return key;
+  };
+  StoredBytes const one = closedByZero(Upper('A', 1));
+  StoredBytes const two = closedByZero(Upper('B'));
+  EXPECT_EQ(Compare(one, two, {kKeyLittle}), (Answer{-1, 0}));
+  EXPECT_EQ(Compare(one, two, {kLittle}).sign, 1) << "by the bytes";
 }
 
 TEST(KeyCompare, TheLongestKeysCompareToTheirEnds) {
@@ -137,6 +173,16 @@ TEST(KeyCompare, TheLongestKeysCompareToTheirEnds) {
   EXPECT_EQ(Compare(half, two, {kKeyLittle}), (Answer{-1, 0}));
 }
 
+TEST(KeyCompare, TheKeyOfALetterIsTheFirstLevelOfItsWholeKey) {
+  for (unsigned group = 1; group < kUntabledGroup; ++group) {
+    for (unsigned order = 0; order <= 0xFFFF; ++order) {
+      unsigned const key =
+          KeyOf(static_cast<unsigned short>(order), static_cast<unsigned char>(group));
+      ASSERT_EQ(LetterKey(order, group), LetterLevel(key)) << order << " of group " << group;
+    }
+  }
+}
+
 TEST(KeyCompare, AsManyKeysCompareAsAreAskedFor) {
   for (unsigned char const format : Formats{kKeyLittle, kKeyBig}) {
     StoredBytes const one = Key(Orders("abcdefgh"), format) + Key(Orders("ijklmnop"), format);
@@ -146,6 +192,9 @@ TEST(KeyCompare, AsManyKeysCompareAsAreAskedFor) {
     EXPECT_EQ(Compare(two, one, {format, kLiteral, 2}), (Answer{1, 0}));
     EXPECT_EQ(Compare(Key(Orders("a"), format), two, {format, kLiteral, 0}), (Answer{0, 0}));
     EXPECT_EQ(Compare(Key(Orders("bbbbbbbb"), format), two, {format, kLiteral, 0}), (Answer{0, 0}));
+    EXPECT_EQ(Compare(Key(Orders("bbbbbbbb"), format), Key(Orders("aaaaaaaa"), format),
+                      {format, kLiteral, 0}),
+              (Answer{0, 0}));
   }
 }
 
@@ -169,7 +218,7 @@ TEST(KeyCompare, KeysOfNoGroupAreNullWhateverTheirOrders) {
 }
 
 TEST(KeyCompare, AKeyInAnotherByteOrderIsLongerThanItsBytes) {
-  // As a big-endian record the first letters would be there, and the rest cut off.
+  // Read as a big-endian one the length field says 5120, so that the record is cut.
   StoredBytes const one = Key(Orders("abcdefgh"));
   StoredBytes const two = Key(Orders("abcdefgi"));
   for (unsigned char const format : Formats{kBig, kKeyBig}) {

@@ -55,7 +55,10 @@ inline StoredBytes Record(std::string_view text, unsigned char format = kLittle,
 inline StoredBytes WideRecord(std::vector<unsigned> const& units, unsigned char format,
                               unsigned char codeSet = 253, unsigned char language = 1) {
   StoredBytes text;
-  for (unsigned const unit : units) text = text + UnitBytes(unit, format);
+  for (unsigned const unit : units) {
+    StoredBytes const bytes = UnitBytes(unit, format);
+    text.insert(text.end(), bytes.begin(), bytes.end());
+  }
   return RecordOf(text, codeSet, language, format);
 }
 

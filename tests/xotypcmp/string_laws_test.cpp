@@ -75,15 +75,16 @@ TEST_F(StringLaws, WholeKeysCompareInPlaceAsTheyDoInArrays) {
       }
     }
     StoredBytes const nothing = Record("");
-    PlacedBytes const alone[] = {{keys[0], 0}, {keys[1], 1}};
     PlacedBytes const arrays[] = {{keys[0] + nothing, 1}, {keys[1] + nothing, 0}};
-    unsigned const declared = OneIn(2) ? 1 : 0;
-    auto const length = [&](std::size_t side) {
-      return declared * static_cast<unsigned>(keys[side].size());
-    };
+    unsigned length[2];
+    for (std::size_t side = 0; side < 2; ++side) {
+      if (OneIn(3)) keys[side] = keys[side] + StoredBytes(1 + Below(9), Byte());
+      length[side] = OneIn(3) ? 0 : static_cast<unsigned>(keys[side].size());
+    }
+    PlacedBytes const alone[] = {{keys[0], 0}, {keys[1], 1}};
     for (unsigned short const cmpOp : Operators{0x10, 0x30, 0x50, 0x70, 0x90, 0x210, 0x2F0, 0}) {
       Answer inPlace, inArray;
-      inPlace.sign = SignOf(manager.Cmp(XoSTRING_T, length(0), alone[0].Data(), length(1),
+      inPlace.sign = SignOf(manager.Cmp(XoSTRING_T, length[0], alone[0].Data(), length[1],
                                         alone[1].Data(), cmpOp, 1, kKeyLittle, inPlace.status));
       inArray.sign = SignOf(manager.Cmp(XoSTRING_T, 0, arrays[0].Data(), 0, arrays[1].Data(), cmpOp,
                                         2, kKeyLittle, inArray.status));
