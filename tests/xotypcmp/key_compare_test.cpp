@@ -140,19 +140,19 @@ TEST(KeyCompare, ALengthFieldOf0EndsTheRecordHoweverMuchIsDeclared) {
 }
 
 TEST(KeyCompare, OnlyTheFormatOfKeysMakesAKeyOfARecord) {
-  std::vector<unsigned> const rest(7, Upper('D'));
-  auto const closedByZero = [&rest](unsigned first) {
-    std::vector<unsigned> orders{first};
-    orders.insert(orders.end(), rest.begin(), rest.end());
+  auto const closedByZero = [](unsigned first) {
+    std::vector<unsigned> orders(8, Upper('D'));
+    orders[0] = first;
     StoredBytes key = Key(orders);
-    // Elsewhere it is a record without a header, whose text begins with the code set.
+    // In the format of records this makes a text without a header, and so without a code set.
     key.back() = 0;
     return key;
   };
+  // A comes before B, and the lower byte of its order, 0x8C, behind that of B, 0x10.
   StoredBytes const one = closedByZero(Upper('A', 1));
   StoredBytes const two = closedByZero(Upper('B'));
-  EXPECT_EQ(Compare(one, two, {kKeyLittle}), (Answer{-1, 0}));
-  EXPECT_EQ(Compare(one, two, {kLittle}).sign, 1) << "by the bytes";
+  EXPECT_EQ(Compare(one, two, {kKeyLittle}), (Answer{-1, 0})) << "by the letters";
+  EXPECT_EQ(Compare(one, two, {kLittle}), (Answer{1, 0})) << "by the bytes";
 }
 
 TEST(KeyCompare, TheLongestKeysCompareToTheirEnds) {
