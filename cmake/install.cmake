@@ -13,7 +13,7 @@ install(EXPORT xotypemgr NAMESPACE xotypemgr:: FILE xotypemgr-targets.cmake
 set(include_dir ${CMAKE_INSTALL_INCLUDEDIR}/xotypemgr)
 install(DIRECTORY inc/ DESTINATION ${include_dir} FILES_MATCHING PATTERN "*.hpp")
 install(FILES
-  base/clock.hpp base/config.hpp base/export.hpp base/format.hpp base/mem_file.hpp
+  base/bytes.hpp base/clock.hpp base/config.hpp base/export.hpp base/format.hpp base/mem_file.hpp
   base/number_format.hpp base/number_text.hpp base/option_word.hpp base/platform.hpp
   base/scalar_disk.hpp base/version.hpp base/wrapping.hpp
   DESTINATION ${include_dir}/base)

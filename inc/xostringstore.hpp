@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstddef>
+
 #include "base/export.hpp"
 
 /// The stored form of `XoString`, in which every element is a record of its own:
@@ -12,6 +14,13 @@
 /// last byte tells the two apart: 0xFF or 0. An index key is a record of code set 254, whose text
 /// is sort orders of two bytes each, and whose language byte is the group that they belong to; bit
 /// 7 of that says that the key ends where the group of the text changes.
+namespace xo {
+
+inline constexpr std::size_t kLengthBytes = 2;
+/// Length, code set and language.
+inline constexpr std::size_t kHeaderBytes = 4;
+
+}  // namespace xo
 
 /// Writes `count` strings at `source`, as records one behind the other. Only the low nibble of
 /// `format` counts. Returns the bytes written: what `StringSizeGet` gives.

@@ -34,6 +34,7 @@
 #include "xomultibyte.hpp"
 #include "xoodmg.hpp"
 #include "xoorders.hpp"
+#include "xoplainkeys.hpp"
 #include "xoseal.hpp"
 #include "xostrcmp.hpp"
 #include "xostring.hpp"
@@ -83,7 +84,11 @@ class XO_EXPORT XoTypeMgr {
   /// Order of `a` against `b`, both in `format`; lengths, result and `error` as told at `XCompare`.
   int Cmp(char type, unsigned lengthA, void* a, unsigned lengthB, void* b, unsigned short op,
           unsigned count, unsigned char format, int& error) const {
-    return Row(type).Compare(format, lengthA, a, lengthB, b, op, count, error);
+    XCompare* const compare = Row(type).Compare;
+    // Keys are mostly told apart by their first letters, here in line.
+    if (type == XoSTRING_T && compare == StringCompare)
+      return xo::CompareByFirstLetters(compare, format, lengthA, a, lengthB, b, op, count, error);
+    return compare(format, lengthA, a, lengthB, b, op, count, error);
   }
   /// The same for operands that are there whole.
   int Cmp(char type, void* a, void* b, unsigned short op, unsigned count,

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "xoorderblocks.hpp"
 #include "xostrcmp.hpp"
 
 /// Classes of sort orders, and the keys by which they compare.
@@ -8,12 +9,7 @@ namespace xo {
 inline constexpr unsigned short kFirstSymbolOrder = 80;
 /// Digits, letters and ideographs: what is compared at the first level.
 inline constexpr unsigned short kFirstSignificantOrder = 16128;
-inline constexpr unsigned short kFirstLetterOrder = 16384;
 inline constexpr unsigned short kFirstHanOrder = 32768;
-/// Bits of a letter's order that tell it from other letters. Above them are accent and case.
-inline constexpr unsigned kLetterBits = 0x7F;
-/// The group of characters that the tables lack, above all groups of the tables.
-inline constexpr unsigned char kUntabledGroup = 20;
 /// Codes from here on may lack an entry.
 inline constexpr unsigned short kFirstUncertainCode = 512;
 /// Codes from here on leave the group as it is where they lack one.

@@ -7,13 +7,13 @@
 #include "base/bytes.hpp"
 #include "base/format.hpp"
 #include "intl/language_context.hpp"
+#include "xoorderblocks.hpp"
 
 /// Text as units of one or two bytes: what the code set byte says of them, and how they are read.
 namespace xo {
 
 inline constexpr unsigned char kNoCodeSet = 0;
 inline constexpr unsigned char kUnicodeSet = 253;
-inline constexpr unsigned char kSortOrderSet = 254;
 inline constexpr unsigned char kNullLanguage = 254;
 /// As an argument: a code set, language or byte order by default.
 inline constexpr unsigned char kByDefault = 255;

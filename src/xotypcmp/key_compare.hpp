@@ -5,7 +5,7 @@
 
 #include "base/bytes.hpp"
 #include "src/xostring/level_comparison.hpp"
-#include "src/xostring/order_blocks.hpp"
+#include "xoorderblocks.hpp"
 
 /// The comparison of index keys of one group where they lie, as an index page asks for it. It gives
 /// what `XoStrCmp` gives of the same orders without a pattern.

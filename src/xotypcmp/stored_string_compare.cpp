@@ -4,12 +4,12 @@
 #include <cstdint>
 
 #include "intl/records.hpp"
-#include "src/xostring/order_blocks.hpp"
 #include "src/xostring/order_keys.hpp"
 #include "src/xotypcmp/key_compare.hpp"
 #include "src/xotypcmp/string_rows.hpp"
 #include "src/xotypcmp/text_compare.hpp"
 #include "src/xotypes/stored_text.hpp"
+#include "xoplainkeys.hpp"
 #include "xostrcmp.hpp"
 #include "xotypcmp.hpp"
 
@@ -152,14 +152,6 @@ inline unsigned short KindOf(void const* record) {
   return LoadBytes<unsigned short>(Advance(record, kLengthBytes));
 }
 
-/// Whether a header with 0 for its length, and code set and group above that, is that of keys of a
-/// group that has no rules of its own, neither null nor cut where it changes.
-constexpr bool IsPlainKey(std::uint32_t header) {
-  constexpr std::uint32_t kFirst = (1U << 8 | kSortOrderSet) << 16;
-  // The group becomes the lowest byte, and whatever should not be there stands above it.
-  return std::rotl(header - kFirst, 8) < kUntabledGroup - 1;
-}
-
 /// Whether two records are keys of one plain kind that are there whole, with a header.
 inline bool AreWholeKeys(unsigned len1, void const* buf1, unsigned len2, void const* buf2) {
   return IsWhole(len1, buf1, kHeaderBytes) && IsWhole(len2, buf2, kHeaderBytes) &&
@@ -200,8 +192,8 @@ int xo::OlderStringCompare(unsigned char format, unsigned int len1, void* buf1, 
 namespace {
 
 // Keys from here on are two of one plain kind that are there whole, with a header. Each of these
-// functions takes what the one after it leaves over, and is kept out of it, so that the first
-// letters, which decide most often, need no stack of their own.
+// functions takes what the one after it leaves over, the last of them `CompareFirstBlocks`, and is
+// kept out of it, so that the first letters, which decide most often, need no stack of their own.
 
 /// Whether one of two keys ends in half an order.
 inline bool HasHalfOrder(void const* buf1, void const* buf2) {
@@ -246,9 +238,6 @@ inline unsigned SignificantOrderAt(void const* record, std::size_t place) {
   return CompareKeysFrom(buf1, buf2, cmpOp, place - kHeaderBytes + bit / 8);
 }
 
-/// The fewest bytes behind the length field of a key that begins with a block.
-constexpr unsigned kLongLength = kHeaderBytes + kBlockBytes;
-
 /// Where the last block that both keys have begins. It may reach back into the one before it.
 inline std::size_t LastBlock(void const* buf1, void const* buf2) {
   return (std::min(LengthOf(buf1), LengthOf(buf2)) & ~1U) - kBlockBytes;
@@ -275,54 +264,26 @@ inline OrderBlock FirstOrders(void const* record) {
   return length > kHeaderBytes ? LoadBytes<unsigned short>(Advance(record, kHeaderBytes)) : 0;
 }
 
-/// Compares keys of any length.
-int CompareFirstOrders(void const* buf1, void const* buf2, unsigned short cmpOp) {
-  if (HasHalfOrder(buf1, buf2)) [[unlikely]]
-    return CompareKeysFrom(buf1, buf2, cmpOp, 0);
-  BlockPair const pair(FirstOrders(buf1), FirstOrders(buf2));
-  if (pair.Notable() == 0) return CompareBlocksBehind(buf1, buf2, cmpOp, kHeaderBytes);
-  return CompareAtPair(buf1, buf2, cmpOp, kHeaderBytes, pair);
+}  // namespace
+
+int xo::ComparePlainKeys(void const* key1, void const* key2, unsigned short cmpOp) {
+  if (HasHalfOrder(key1, key2)) [[unlikely]]
+    return CompareKeysFrom(key1, key2, cmpOp, 0);
+  BlockPair const pair(FirstOrders(key1), FirstOrders(key2));
+  if (pair.Notable() == 0) return CompareBlocksBehind(key1, key2, cmpOp, kHeaderBytes);
+  return CompareAtPair(key1, key2, cmpOp, kHeaderBytes, pair);
 }
 
-/// Compares keys of which the first block is the same letters.
-[[gnu::noinline]] int CompareSecondBlocks(void const* buf1, void const* buf2,
-                                          unsigned short cmpOp) {
-  std::size_t const place = std::min(kHeaderBytes + kBlockBytes, LastBlock(buf1, buf2));
-  BlockPair const pair(Advance(buf1, place), Advance(buf2, place));
-  if (pair.Notable() == 0) return CompareBlocksBehind(buf1, buf2, cmpOp, place);
-  return CompareAtPair(buf1, buf2, cmpOp, place, pair);
+int xo::CompareSecondBlocks(void const* key1, void const* key2, unsigned short cmpOp) {
+  std::size_t const place = std::min(kHeaderBytes + kBlockBytes, LastBlock(key1, key2));
+  BlockPair const pair(Advance(key1, place), Advance(key2, place));
+  if (pair.Notable() == 0) return CompareBlocksBehind(key1, key2, cmpOp, place);
+  return CompareAtPair(key1, key2, cmpOp, place, pair);
 }
 
-/// Compares keys that have a block. In the first one most words differ.
-[[gnu::always_inline]] inline int CompareLongKeys(void const* buf1, void const* buf2,
-                                                  unsigned short cmpOp) {
-  BlockPair const pair(Advance(buf1, kHeaderBytes), Advance(buf2, kHeaderBytes));
-  if (!pair.AreLetters()) [[unlikely]]
-    return CompareFirstOrders(buf1, buf2, cmpOp);
-  OrderBlock const differing = pair.Differing();
-  if (differing != 0) [[likely]]
-    return pair.Difference(FirstOrderIn(differing));
-  return CompareSecondBlocks(buf1, buf2, cmpOp);
-}
+namespace {
 
 // What follows chooses the way for records as they come.
-
-/// Whether two declared lengths have room for a block, and are no more than what the greatest
-/// length field tells. A few pairs near that are given up for one test, and go a longer way.
-constexpr bool HaveBlocks(unsigned len1, unsigned len2) {
-  constexpr unsigned kFewest = kLengthBytes + kLongLength;
-  constexpr unsigned kMost = kLengthBytes + 0xFFFF;
-  // Neither number is greater than the bits of both.
-  return ((len1 - kFewest) | (len2 - kFewest)) <= kMost - kFewest;
-}
-
-/// The header of a record less the length that it tells where the record fills `available` bytes,
-/// which are no more than a length field can tell. Only of a record that does are the lower 16 bits
-/// zero, and nothing has been borrowed then from code set and language above them.
-inline std::uint32_t HeaderWithoutLength(void const* record, unsigned available) {
-  constexpr unsigned kField = kLengthBytes;
-  return LoadBytes<std::uint32_t>(record) - (available - kField);
-}
 
 /// `StringCompare` of what the ways by first letters do not take.
 [[gnu::noinline]] int CompareFurther(unsigned char format, unsigned len1, void* buf1, unsigned len2,
@@ -332,7 +293,7 @@ inline std::uint32_t HeaderWithoutLength(void const* record, unsigned available)
     bool const isKey = format != FormLittle;
     status = 0;
     if (isKey && (cmpOp & kNoPattern) == kCmpNoWildcards && AreWholeKeys(len1, buf1, len2, buf2)) {
-      return CompareFirstOrders(buf1, buf2, cmpOp);
+      return ComparePlainKeys(buf1, buf2, cmpOp);
     }
     int result = 0;
     if (CompareWholeTexts(isKey, len1, buf1, len2, buf2, cmpOp, result)) return result;
@@ -386,19 +347,5 @@ inline bool AreWholeTexts(unsigned len1, void const* buf1, unsigned len2, void c
 
 int StringCompare(unsigned char format, unsigned int len1, void* buf1, unsigned int len2,
                   void* buf2, unsigned short cmpOp, unsigned int count, int& status) {
-  // GCC leads the first way straight down, and leaves the arguments where they came in, only where
-  // the conditions stand in `__builtin_expect` themselves.
-  if (__builtin_expect(format == (FormatIndexKey | FormLittle) &&
-                           (cmpOp & kNoPattern) == kCmpNoWildcards && count == 1,
-                       1)) {
-    // Keys of one plain kind that fill what is declared, as an index page has them.
-    if (__builtin_expect(HaveBlocks(len1, len2) && IsPlainKey(HeaderWithoutLength(buf1, len1)) &&
-                             HeaderWithoutLength(buf1, len1) == HeaderWithoutLength(buf2, len2),
-                         1)) {
-      status = 0;
-      return CompareLongKeys(buf1, buf2, cmpOp);
-    }
-    return CompareFurther(format, len1, buf1, len2, buf2, cmpOp, count, status);
-  }
-  return CompareTexts(format, len1, buf1, len2, buf2, cmpOp, count, status);
+  return CompareByFirstLetters(CompareTexts, format, len1, buf1, len2, buf2, cmpOp, count, status);
 }

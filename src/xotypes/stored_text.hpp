@@ -5,13 +5,11 @@
 
 #include "base/format.hpp"
 #include "src/xostring/text_units.hpp"
+#include "xostringstore.hpp"
 
 /// The records in which strings are stored, as they are told apart and read where they lie.
 namespace xo {
 
-inline constexpr std::size_t kLengthBytes = 2;
-/// Length, code set and language.
-inline constexpr std::size_t kHeaderBytes = 4;
 /// The terminator and the end mark, which close a record with a header.
 inline constexpr std::size_t kClosingBytes = 2;
 inline constexpr unsigned char kEndMark = 0xFF;

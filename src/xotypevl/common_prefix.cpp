@@ -4,8 +4,8 @@
 #include <array>
 #include <cstdint>
 
-#include "src/xostring/order_blocks.hpp"
 #include "src/xostring/order_keys.hpp"
+#include "xoorderblocks.hpp"
 
 namespace xo {
 

@@ -83,13 +83,18 @@ TEST_F(StringLaws, WholeKeysCompareInPlaceAsTheyDoInArrays) {
     }
     PlacedBytes const alone[] = {{keys[0], 0}, {keys[1], 1}};
     for (unsigned short const cmpOp : Operators{0x10, 0x30, 0x50, 0x70, 0x90, 0x210, 0x2F0, 0}) {
-      Answer inPlace, inArray;
-      inPlace.sign = SignOf(manager.Cmp(XoSTRING_T, length[0], alone[0].Data(), length[1],
-                                        alone[1].Data(), cmpOp, 1, kKeyLittle, inPlace.status));
-      inArray.sign = SignOf(manager.Cmp(XoSTRING_T, 0, arrays[0].Data(), 0, arrays[1].Data(), cmpOp,
-                                        2, kKeyLittle, inArray.status));
+      // The results themselves, and not only their signs.
+      Answer inPlace, inRow, inArray;
+      inPlace.sign = manager.Cmp(XoSTRING_T, length[0], alone[0].Data(), length[1], alone[1].Data(),
+                                 cmpOp, 1, kKeyLittle, inPlace.status);
+      inRow.sign = StringCompare(kKeyLittle, length[0], alone[0].Data(), length[1], alone[1].Data(),
+                                 cmpOp, 1, inRow.status);
+      inArray.sign = manager.Cmp(XoSTRING_T, 0, arrays[0].Data(), 0, arrays[1].Data(), cmpOp, 2,
+                                 kKeyLittle, inArray.status);
       ASSERT_EQ(inPlace, inArray) << testing::PrintToString(keys[0]) << " against "
                                   << testing::PrintToString(keys[1]) << " operator " << cmpOp;
+      ASSERT_EQ(inRow, inArray) << testing::PrintToString(keys[0]) << " against "
+                                << testing::PrintToString(keys[1]) << " operator " << cmpOp;
     }
   }
 }

@@ -102,6 +102,29 @@ TEST_F(Exchange, StringRowsOfTheTwoTablesAreApart) {
   EXPECT_NE(first.CmpFuncPtrGet(11), BackwardCompare);
 }
 
+int Odd(unsigned char, unsigned, void*, unsigned, void*, unsigned short, unsigned, int& status) {
+  status = 1;
+  return 77;
+}
+
+TEST_F(Exchange, ComparisonOfKeysGoesThroughItsSlot) {
+  RowKeeper const current(CurrentTypeTable[11]), old(OlderTypeTable[11]);
+  // "abcd" and "abce" as index keys, which their first letters tell apart.
+  unsigned char one[] = {12, 0, 254, 1, 0x0C, 0x50, 0x10, 0x50, 0x14, 0x50, 0x18, 0x50, 0, 0xFF};
+  unsigned char two[] = {12, 0, 254, 1, 0x0C, 0x50, 0x10, 0x50, 0x14, 0x50, 0x1C, 0x50, 0, 0xFF};
+  auto const compare = [&](XoTypeMgr const& manager, int& status) {
+    return manager.Cmp(11, sizeof one, one, sizeof two, two, 0x10, 1, 0x81, status);
+  };
+  for (XoTypeMgr* const manager : {&first, &older}) {
+    int status = 1;
+    EXPECT_LT(compare(*manager, status), 0);
+    EXPECT_EQ(status, 0);
+    manager->ExchangeXoTypeCmpFunc(11, Odd);
+    EXPECT_EQ(compare(*manager, status), 77);
+    EXPECT_EQ(status, 1);
+  }
+}
+
 TEST_F(Exchange, ReservedIdReachesTheIllegalRow) {
   RowKeeper const keeper(CurrentTypeTable[kIllegalRow]);
   EXPECT_STREQ(first.ExchangeFormat(XoRES_T, "none"), "illegal");

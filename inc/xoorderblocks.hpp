@@ -5,10 +5,18 @@
 #include <cstdint>
 
 #include "base/bytes.hpp"
-#include "src/xostring/order_keys.hpp"
 
 /// Sort orders four at a time, where they lie in the machine's byte order.
 namespace xo {
+
+/// The code set of texts that are sort orders.
+inline constexpr unsigned char kSortOrderSet = 254;
+/// Letters have orders from here to 32767.
+inline constexpr unsigned short kFirstLetterOrder = 16384;
+/// Bits of a letter's order that tell it from other letters. Above them are accent and case.
+inline constexpr unsigned kLetterBits = 0x7F;
+/// The group of characters that the tables lack, above all groups of the tables.
+inline constexpr unsigned char kUntabledGroup = 20;
 
 /// Four orders, the first one lowest.
 using OrderBlock = std::uint64_t;
