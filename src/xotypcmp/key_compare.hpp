@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstring>
 
 #include "base/bytes.hpp"
 #include "src/xostring/level_comparison.hpp"
@@ -102,11 +103,30 @@ inline std::size_t FirstDifference(KeyOrders const& a, KeyOrders const& b) {
   }
 }
 
+/// The outcome for keys that are the same but for one space or symbol at `place`, which only one of
+/// them has, as of a possessive and a plural; 0 for all others. `place` is that of
+/// `FirstDifference`.
+inline int LoneSymbol(KeyOrders const& a, KeyOrders const& b, std::size_t place,
+                      unsigned short cmpOp) {
+  bool const isInFirst = a.bytes > b.bytes;
+  KeyOrders const& with = isInFirst ? a : b;
+  KeyOrders const& without = isInFirst ? b : a;
+  int const symbol = with.At(place);
+  if ((cmpOp & (kCmpSkipSpaces | kCmpSkipSymbols)) != 0 || with.bytes != without.bytes + 2 ||
+      !IsIgnorable(with.At(place)) || IsIgnorable(without.At(place)) ||
+      std::memcmp(with.orders + place + 2, without.orders + place, without.bytes - place) != 0) {
+    return 0;
+  }
+  return isInFirst ? symbol : -symbol;
+}
+
 /// The order of two keys of `group`, which is below `kUntabledGroup` and not 0, under an operator
 /// without a pattern and with levels. They begin with the same letters in their first `start`
 /// bytes.
 [[gnu::noinline]] inline int CompareKeys(KeyOrders a, KeyOrders b, unsigned char group,
                                          unsigned short cmpOp, std::size_t start) {
+  std::size_t const different = FirstDifference(a, b);
+  if (int const outcome = LoneSymbol(a, b, different, cmpOp); outcome != 0) return outcome;
   auto const next = [](KeyOrders const& key, std::size_t& offset) {
     while (IsIgnorable(key.At(offset))) offset += 2;
     return unsigned{key.At(offset)};
@@ -123,7 +143,7 @@ inline std::size_t FirstDifference(KeyOrders const& a, KeyOrders const& b) {
     }
   }
   // Accents and case count from the beginning.
-  return CompareKeyLevels(a, b, FirstDifference(a, b), group, cmpOp);
+  return CompareKeyLevels(a, b, different, group, cmpOp);
 }
 
 }  // namespace xo

@@ -46,6 +46,64 @@ TEST(KeyCompare, HalfAnOrderAtTheEndOfAKeyIsOneOf8Bits) {
       << "case comes before symbols";
 }
 
+TEST(KeyCompare, OneSymbolMoreIsTheGreaterAtTheLastLevel) {
+  // What decides is told behind each pair: no key but the first five is the other and one symbol.
+  struct Pair {
+    std::string_view one;
+    std::string_view two;
+    int result;
+    unsigned short cmpOp = kLiteral;
+  };
+  constexpr int kSymbol = static_cast<int>(kHyphen), kBlank = static_cast<int>(kSpace);
+  constexpr int kStep = 1024;  // between letters
+  constexpr int kCase = 32;
+  constexpr unsigned short kWithoutSpaces = 0x90, kWithoutSymbols = 0x210;
+  for (Pair const& pair : {
+           Pair{"abbot-s", "abbots", kSymbol},
+           Pair{"abbots-", "abbots", kSymbol},
+           Pair{"-abbots", "abbots", kSymbol},
+           Pair{"abb-ot-s", "abb-ots", kSymbol},
+           Pair{"abbot s", "abbots", kBlank},
+           Pair{"abbot s", "abbots", 0, kWithoutSpaces},
+           Pair{"abbot-s", "abbots", kSymbol, kWithoutSpaces},
+           Pair{"abbot-s", "abbots", 0, kWithoutSymbols},
+           Pair{"abbot s", "abbots", kBlank, kWithoutSymbols},
+           Pair{"a-b", "ab", kSymbol},
+           Pair{"abbot- s", "abbot s", kBlank},  // the last difference of symbols stands
+           Pair{"abbot-s e", "abbots-e", kBlank - kSymbol},
+           Pair{"abbot-s ", "abbots", kBlank},
+           Pair{"abbot-t", "abbots", kStep},
+           Pair{"abbot-r", "abbots", -kStep},
+           Pair{"Abbot-s", "abbots", kCase},
+           Pair{"abbot-S", "abbots", kCase},
+           Pair{"abbot-s", "Abbots", -kCase},
+       }) {
+    for (bool const turned : {false, true}) {
+      StoredBytes one = Key(Orders(turned ? pair.two : pair.one));
+      StoredBytes two = Key(Orders(turned ? pair.one : pair.two));
+      int status = 1;
+      EXPECT_EQ(XoTypeMgr().Cmp(XoSTRING_T, static_cast<unsigned>(one.size()), one.data(),
+                                static_cast<unsigned>(two.size()), two.data(), pair.cmpOp, 1,
+                                kKeyLittle, status),
+                turned ? -pair.result : pair.result)
+          << pair.one << " against " << pair.two;
+      EXPECT_EQ(status, 0);
+    }
+  }
+}
+
+TEST(KeyCompare, OneSymbolMoreMayStandBeforeHalfAnOrder) {
+  auto const compare = [](std::string_view one, unsigned char half1, std::string_view two,
+                          unsigned char half2) {
+    return Compare(KeyWithHalf(one, half1), KeyWithHalf(two, half2), {kKeyLittle});
+  };
+  EXPECT_EQ(compare("abc-d", kHyphen, "abcd", kHyphen), (Answer{1, 0}));
+  EXPECT_EQ(compare("abcd", kHyphen, "abc-d", kHyphen), (Answer{-1, 0}));
+  EXPECT_EQ(compare("abc-d", kSpace, "abcd", kHyphen), (Answer{-1, 0})) << "the last one stands";
+  EXPECT_EQ(compare("abcd-", 0, "abcd", 0), (Answer{1, 0}));
+  EXPECT_EQ(compare("abcd-", 0, "abcd", kSpace), (Answer{1, 0}));
+}
+
 TEST(KeyCompare, AKeyEndsByItsLengthWhateverClosesIt) {
   for (std::string_view const text : {"", "abc", "abcd", "abcde", "abcdefgh", "abcdefghij"}) {
     // Closed by what looks like one more letter.
