@@ -1,6 +1,10 @@
 #!/usr/bin/env python3
 """Prints the ratios of benchmarks that come in pairs, `<name>/ours` and `<name>/<peer>`.
 
+The times are medians of all repetitions, and so is the ratio. What other programs of the machine
+take from one side more than from the other is in it; least of that is in the ratio of the two
+fastest repetitions, which stands beside it.
+
 usage: bench_table.py RESULTS.json...   (Google Benchmark's JSON output, with repetitions)
 """
 
@@ -33,20 +37,26 @@ def main(files):
                 time = run["cpu_time"] * NANOSECONDS[run["time_unit"]]
                 times.setdefault(pair, {}).setdefault(side.split("/")[0], []).append(time)
 
-    rows = [("benchmark", "ours", "peer", "", "ratio")]
+    rows = [("benchmark", "ours", "peer", "", "ratio", "at best")]
     for pair, sides in times.items():
         if "ours" not in sides:
             continue  # the filter left the peer alone
-        ours = statistics.median(sides.pop("ours"))
-        for peer, runs in sides.items():
-            other = statistics.median(runs)
-            rows.append((pair, readable(ours), readable(other), peer, f"{ours / other:.2f}"))
-    widths = [max(len(row[column]) for row in rows) for column in range(5)]
-    for pair, ours, other, peer, ratio in rows:
-        print(
-            f"{pair:<{widths[0]}}  {ours:>{widths[1]}}  {other:>{widths[2]}}  "
-            f"{peer:<{widths[3]}}  {ratio:>{widths[4]}}"
-        )
+        ours = sides.pop("ours")
+        for peer, others in sides.items():
+            medians = statistics.median(ours), statistics.median(others)
+            rows.append(
+                (
+                    pair,
+                    *map(readable, medians),
+                    peer,
+                    f"{medians[0] / medians[1]:.2f}",
+                    f"{min(ours) / min(others):.2f}",
+                )
+            )
+    widths = [max(map(len, column)) for column in zip(*rows)]
+    for row in rows:
+        cells = zip(row, "<>><>>", widths)
+        print("  ".join(f"{cell:{align}{width}}" for cell, align, width in cells))
 
 
 if __name__ == "__main__":
