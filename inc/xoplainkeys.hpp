@@ -1,7 +1,6 @@
 #pragma once
 
 #include <bit>
-#include <cstddef>
 #include <cstdint>
 
 #include "base/bytes.hpp"
@@ -12,9 +11,8 @@
 #include "xostringstore.hpp"
 #include "xotypes.hpp"
 
-/// The comparison of two index keys of strings as far as their first four letters, which tell most
-/// words of an index apart: in line, since a call costs as much as what it would do. For whatever
-/// these do not settle there is a call.
+/// The comparison of two index keys of strings as far as their first four letters, in line, and the
+/// calls by which it goes on.
 namespace xo {
 
 /// The fewest bytes behind the length field of a key that begins with a block of orders.
@@ -69,9 +67,8 @@ inline int CompareByFirstLetters(XCompare* otherwise, unsigned char format, unsi
   // Keys of one plain kind that fill what is declared, as an index page has them. GCC leads this
   // way straight down only where the conditions stand in `__builtin_expect` themselves.
   if (__builtin_expect(format == (FormatIndexKey | FormLittle) &&
-                           (cmpOp & (kCmpNoWildcards | kCmpPlainOrders)) == kCmpNoWildcards &&
-                           count == 1 && HaveBlocks(len1, len2) &&
-                           IsPlainKey(HeaderWithoutLength(buf1, len1)) &&
+                           (cmpOp & kNoPattern) == kCmpNoWildcards && count == 1 &&
+                           HaveBlocks(len1, len2) && IsPlainKey(HeaderWithoutLength(buf1, len1)) &&
                            HeaderWithoutLength(buf1, len1) == HeaderWithoutLength(buf2, len2),
                        1)) {
     status = 0;

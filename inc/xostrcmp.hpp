@@ -33,6 +33,11 @@ inline constexpr unsigned short kCmpSkipSpaces = 0x0080;
 inline constexpr unsigned short kCmpPlainOrders = 0x0100;  ///< by order keys alone, no levels
 inline constexpr unsigned short kCmpSkipSymbols = 0x0200;  ///< symbols are skipped
 
+namespace xo {
+/// Bits of an operator by which the operands are not a text and a pattern.
+inline constexpr unsigned short kNoPattern = kCmpNoWildcards | kCmpPlainOrders;
+}  // namespace xo
+
 /// The sort key of an order in a group: its bits rank the levels. The group stands in bits 24 to
 /// 31; of a letter, letter and extension above bit 6, case in bits 5 and 6, accent below. 0 for
 /// order 0.

@@ -1,9 +1,8 @@
 #!/usr/bin/env python3
 """Prints the ratios of benchmarks that come in pairs, `<name>/ours` and `<name>/<peer>`.
 
-The times are medians of all repetitions, and so is the ratio. What other programs of the machine
-take from one side more than from the other is in it; least of that is in the ratio of the two
-fastest repetitions, which stands beside it.
+The times are medians of the repetitions, and `ratio` is that of the medians. `at best` is the ratio
+of the fastest repetitions, which other programs of the machine have disturbed least.
 
 usage: bench_table.py RESULTS.json...   (Google Benchmark's JSON output, with repetitions)
 """

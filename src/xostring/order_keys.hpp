@@ -15,9 +15,6 @@ inline constexpr unsigned short kFirstUncertainCode = 512;
 /// Codes from here on leave the group as it is where they lack one.
 inline constexpr unsigned short kFirstSpecialCode = 65520;
 
-/// Bits of an operator by which the operands are not a text and a pattern.
-inline constexpr unsigned short kNoPattern = kCmpNoWildcards | kCmpPlainOrders;
-
 constexpr unsigned KeyOf(unsigned short order, unsigned char group) {
   if (order == 0) return 0;
   unsigned const top = unsigned{group} << 24;

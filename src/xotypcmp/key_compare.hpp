@@ -104,20 +104,22 @@ inline std::size_t FirstDifference(KeyOrders const& a, KeyOrders const& b) {
 }
 
 /// The outcome for keys that are the same but for one space or symbol at `place`, which only one of
-/// them has, as of a possessive and a plural; 0 for all others. `place` is that of
-/// `FirstDifference`.
+/// them has, as of a possessive and a plural. 0, which no symbol is, for all others, and where
+/// spaces or symbols are skipped. `place` is that of `FirstDifference`.
 inline int LoneSymbol(KeyOrders const& a, KeyOrders const& b, std::size_t place,
                       unsigned short cmpOp) {
   bool const isInFirst = a.bytes > b.bytes;
   KeyOrders const& with = isInFirst ? a : b;
   KeyOrders const& without = isInFirst ? b : a;
-  int const symbol = with.At(place);
+  unsigned const symbol = with.At(place);
   if ((cmpOp & (kCmpSkipSpaces | kCmpSkipSymbols)) != 0 || with.bytes != without.bytes + 2 ||
-      !IsIgnorable(with.At(place)) || IsIgnorable(without.At(place)) ||
+      !IsIgnorable(symbol) ||
+      // It would be paired off with `symbol`, and of such pairs the last that differs stands.
+      IsIgnorable(without.At(place)) ||
       std::memcmp(with.orders + place + 2, without.orders + place, without.bytes - place) != 0) {
     return 0;
   }
-  return isInFirst ? symbol : -symbol;
+  return isInFirst ? Difference(symbol, 0) : Difference(0, symbol);
 }
 
 /// The order of two keys of `group`, which is below `kUntabledGroup` and not 0, under an operator

@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <bit>
 #include <cstddef>
 #include <cstdint>
 
@@ -285,7 +284,7 @@ namespace {
 
 // What follows chooses the way for records as they come.
 
-/// `StringCompare` of what the ways by first letters do not take.
+/// The same of what the letters of texts do not settle either.
 [[gnu::noinline]] int CompareFurther(unsigned char format, unsigned len1, void* buf1, unsigned len2,
                                      void* buf2, unsigned short cmpOp, unsigned count,
                                      int& status) {
@@ -324,7 +323,7 @@ inline bool AreWholeTexts(unsigned len1, void const* buf1, unsigned len2, void c
          !IsWide(static_cast<unsigned char>(KindOf(buf1))) && closes(buf1) && closes(buf2);
 }
 
-/// `StringCompare` of everything but two single keys without a pattern.
+/// `StringCompare` of what first letters of keys do not settle.
 [[gnu::noinline]] int CompareTexts(unsigned char format, unsigned len1, void* buf1, unsigned len2,
                                    void* buf2, unsigned short cmpOp, unsigned count, int& status) {
   if (count == 1 && format == FormLittle && (cmpOp & kNoPattern) == kCmpNoWildcards &&

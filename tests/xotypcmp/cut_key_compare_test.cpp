@@ -33,6 +33,24 @@ TEST(CutOperand, WithoutTheEndMarkAloneATextIsWhole) {
   }
 }
 
+TEST(CutOperand, OfAKeyThatItsFirstLettersDecideHasTheStatusAllTheSame) {
+  for (unsigned char const format : kKeyFormats) {
+    StoredBytes const small = WholeKey("abcdddd", format);
+    StoredBytes const great = WholeKey("abddddd", format);
+    // From the first four letters on to all that is before the bytes which close the key.
+    for (std::size_t size = 12; size + 2 <= small.size(); ++size) {
+      StoredBytes const cutSmall = CutTo(small, size);
+      StoredBytes const cutGreat = CutTo(great, size);
+      EXPECT_EQ(Compare(small, cutGreat, {format}), (Answer{-1, kExceeded})) << size;
+      EXPECT_EQ(Compare(great, cutSmall, {format}), (Answer{1, kExceeded})) << size;
+      EXPECT_EQ(Compare(cutSmall, great, {format}), (Answer{-1, kExceeded})) << size;
+      EXPECT_EQ(Compare(cutGreat, small, {format}), (Answer{1, kExceeded})) << size;
+      EXPECT_EQ(Compare(cutSmall, cutGreat, {format}), (Answer{-1, kExceeded})) << size;
+      EXPECT_EQ(Compare(cutGreat, cutSmall, {format}), (Answer{1, kExceeded})) << size;
+    }
+  }
+}
+
 TEST(CutOperand, OfAtMost253BytesIsComparedAndOfMoreHasNoAnswer) {
   std::string const text(400, 'a');
   for (unsigned char const format : Formats{kLittle, kBig, kKeyLittle, kKeyBig}) {

@@ -47,7 +47,8 @@ TEST(KeyCompare, HalfAnOrderAtTheEndOfAKeyIsOneOf8Bits) {
 }
 
 TEST(KeyCompare, OneSymbolMoreIsTheGreaterAtTheLastLevel) {
-  // What decides is told behind each pair: no key but the first five is the other and one symbol.
+  // Keys that are the same but for one symbol, and such as only look it: what decides of these is
+  // another symbol, a letter or case.
   struct Pair {
     std::string_view one;
     std::string_view two;
