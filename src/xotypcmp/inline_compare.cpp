@@ -13,9 +13,6 @@ using namespace xo;
 
 namespace {
 
-/// Bits of an operator by which the second text is no pattern.
-constexpr unsigned short kNoPatternBits = CmpOpNoWildcards | CmpOpBinaryOrder;
-
 /// Cut texts of this many bytes and more get no answer.
 constexpr std::size_t kTooLongBytes = 254;
 
@@ -180,7 +177,7 @@ class InlineComparison {
         status(status_) {}
 
   int Compare(unsigned short cmpOp) {
-    if ((cmpOp & kNoPatternBits) != 0) {
+    if ((cmpOp & kNoPattern) != 0) {
       return first.IsKey() ? Limited(&InlineComparison::Raw) : Limited(&InlineComparison::Weighted);
     }
     char const* const wildcard = second.IsKey() ? nullptr : std::strpbrk(second.bytes, "*?\\");
@@ -362,7 +359,7 @@ template <class Text>
                                    unsigned count, int& status) {
   status = 0;
   if (count == 0) return 0;
-  if (count == 1 && format != FormMemory && (cmpOp & kNoPatternBits) != 0) {
+  if (count == 1 && format != FormMemory && (cmpOp & kNoPattern) != 0) {
     unsigned const size1 = WholeKeySize(buf1, len1, FormNibble(format));
     unsigned const size2 = WholeKeySize(buf2, len2, FormNibble(format));
     if (size1 != 0 && size2 != 0) return WholeKeyOrder(buf1, size1, buf2, size2);
@@ -394,7 +391,7 @@ template <class Text>
 template <class Text>
 int CompareInline(unsigned char format, unsigned len1, void const* buf1, unsigned len2,
                   void const* buf2, unsigned short cmpOp, unsigned count, int& status) {
-  if (count != 1 || format == FormMemory || (cmpOp & kNoPatternBits) == 0) [[unlikely]] {
+  if (count != 1 || format == FormMemory || (cmpOp & kNoPattern) == 0) [[unlikely]] {
     return CompareTexts<Text>(format, len1, buf1, len2, buf2, cmpOp, count, status);
   }
   if (std::min(len1, len2) >= kWord) [[likely]] {

@@ -284,7 +284,7 @@ namespace {
 
 // What follows chooses the way for records as they come.
 
-/// The same of what the letters of texts do not settle either.
+/// `StringCompare` of what first letters do not settle, neither those of keys nor those of texts.
 [[gnu::noinline]] int CompareFurther(unsigned char format, unsigned len1, void* buf1, unsigned len2,
                                      void* buf2, unsigned short cmpOp, unsigned count,
                                      int& status) {
@@ -323,7 +323,7 @@ inline bool AreWholeTexts(unsigned len1, void const* buf1, unsigned len2, void c
          !IsWide(static_cast<unsigned char>(KindOf(buf1))) && closes(buf1) && closes(buf2);
 }
 
-/// `StringCompare` of what first letters of keys do not settle.
+/// `StringCompare` of what the first letters of keys do not settle.
 [[gnu::noinline]] int CompareTexts(unsigned char format, unsigned len1, void* buf1, unsigned len2,
                                    void* buf2, unsigned short cmpOp, unsigned count, int& status) {
   if (count == 1 && format == FormLittle && (cmpOp & kNoPattern) == kCmpNoWildcards &&

@@ -56,8 +56,9 @@ TEST(KeyCompare, OneSymbolMoreIsTheGreaterAtTheLastLevel) {
     unsigned short cmpOp = kLiteral;
   };
   constexpr int kSymbol = static_cast<int>(kHyphen), kBlank = static_cast<int>(kSpace);
-  constexpr int kStep = 1024;  // between letters
-  constexpr int kCase = 32;
+  // Of a letter's key, as `OrderKey` tells it: letters count by 4, from bit 8 on, and case stands
+  // in bit 5. Upper case is the greater.
+  constexpr int kStep = 4 << 8, kCase = 1 << 5;
   constexpr unsigned short kWithoutSpaces = 0x90, kWithoutSymbols = 0x210;
   for (Pair const& pair : {
            Pair{"abbot-s", "abbots", kSymbol},

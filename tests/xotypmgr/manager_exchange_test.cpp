@@ -102,7 +102,8 @@ TEST_F(Exchange, StringRowsOfTheTwoTablesAreApart) {
   EXPECT_NE(first.CmpFuncPtrGet(11), BackwardCompare);
 }
 
-int Odd(unsigned char, unsigned, void*, unsigned, void*, unsigned short, unsigned, int& status) {
+int OtherCompare(unsigned char, unsigned, void*, unsigned, void*, unsigned short, unsigned,
+                 int& status) {
   status = 1;
   return 77;
 }
@@ -119,7 +120,7 @@ TEST_F(Exchange, ComparisonOfKeysGoesThroughItsSlot) {
     int status = 1;
     EXPECT_LT(compare(*manager, status), 0);
     EXPECT_EQ(status, 0);
-    manager->ExchangeXoTypeCmpFunc(11, Odd);
+    manager->ExchangeXoTypeCmpFunc(11, OtherCompare);
     EXPECT_EQ(compare(*manager, status), 77);
     EXPECT_EQ(status, 1);
   }
