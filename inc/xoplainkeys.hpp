@@ -1,6 +1,8 @@
 #pragma once
 
+#include <algorithm>
 #include <bit>
+#include <cstddef>
 #include <cstdint>
 
 #include "base/bytes.hpp"
@@ -11,8 +13,8 @@
 #include "xostringstore.hpp"
 #include "xotypes.hpp"
 
-/// The comparison of two index keys of strings as far as their first four letters, in line, and the
-/// calls by which it goes on.
+/// The comparison of two index keys of strings as far as their first eight letters, in line, and
+/// the calls by which it goes on.
 namespace xo {
 
 /// The fewest bytes behind the length field of a key that begins with a block of orders.
@@ -43,20 +45,47 @@ inline std::uint32_t HeaderWithoutLength(void const* record, unsigned available)
   return LoadBytes<std::uint32_t>(record) - (available - kField);
 }
 
-/// Compares two keys of one plain kind that are there whole.
-XO_EXPORT int ComparePlainKeys(void const* key1, void const* key2, unsigned short cmpOp);
-/// The same of two whose first blocks are the same letters.
-XO_EXPORT int CompareSecondBlocks(void const* key1, void const* key2, unsigned short cmpOp);
+// What follows compares two keys of one plain kind that are there whole.
 
-/// The same of two that have a block, in line where first letters decide.
-inline int CompareFirstBlocks(void const* key1, void const* key2, unsigned short cmpOp) {
+/// Compares all of them.
+XO_EXPORT int ComparePlainKeys(void const* key1, void const* key2, unsigned short cmpOp);
+/// Goes on behind the block at `place`. As far as its end both are the same letters.
+XO_EXPORT int CompareBlocksBehind(void const* key1, void const* key2, unsigned short cmpOp,
+                                  std::size_t place);
+/// Goes on at `place`. As far as there both are the same letters.
+XO_EXPORT int CompareKeysFrom(void const* key1, void const* key2, unsigned short cmpOp,
+                              std::size_t place);
+
+/// Where the last block begins that both have, by the lesser of their length fields. It may reach
+/// back into the block before it.
+constexpr std::size_t LastBlock(unsigned lesserLength) {
+  return (lesserLength & ~1U) - kBlockBytes;
+}
+
+/// Goes on at `place` with the orders there, of which not all are the same letters.
+inline int CompareAtPair(void const* key1, void const* key2, unsigned short cmpOp,
+                         std::size_t place, BlockPair pair) {
+  OrderBlock const notable = pair.Notable();
+  unsigned const bit = FirstOrderIn(notable);
+  // What stands behind the first difference does not matter.
+  if ((notable >> bit & kKindBits) == 0) [[likely]]
+    return pair.LetterDifference();
+  return CompareKeysFrom(key1, key2, cmpOp, place + bit / 8);
+}
+
+/// Compares keys that have a block, in line as far as their second blocks.
+inline int CompareFirstBlocks(void const* key1, void const* key2, unsigned lesserLength,
+                              unsigned short cmpOp) {
   BlockPair const pair(Advance(key1, kHeaderBytes), Advance(key2, kHeaderBytes));
   if (!pair.AreLetters()) [[unlikely]]
     return ComparePlainKeys(key1, key2, cmpOp);
-  OrderBlock const differing = pair.Differing();
-  if (differing != 0) [[likely]]
-    return pair.Difference(FirstOrderIn(differing));
-  return CompareSecondBlocks(key1, key2, cmpOp);
+  if (pair.Differing() != 0) [[likely]]
+    return pair.LetterDifference();
+  std::size_t const place = std::min(kHeaderBytes + kBlockBytes, LastBlock(lesserLength));
+  BlockPair const next(Advance(key1, place), Advance(key2, place));
+  if (next.Notable() == 0) [[unlikely]]
+    return CompareBlocksBehind(key1, key2, cmpOp, place);
+  return CompareAtPair(key1, key2, cmpOp, place, next);
 }
 
 /// What `otherwise` gives, which is `StringCompare` or takes what is left to it, with the arguments
@@ -71,8 +100,9 @@ inline int CompareByFirstLetters(XCompare* otherwise, unsigned char format, unsi
                            HaveBlocks(len1, len2) && IsPlainKey(HeaderWithoutLength(buf1, len1)) &&
                            HeaderWithoutLength(buf1, len1) == HeaderWithoutLength(buf2, len2),
                        1)) {
+    constexpr unsigned kField = kLengthBytes;
     status = 0;
-    return CompareFirstBlocks(buf1, buf2, cmpOp);
+    return CompareFirstBlocks(buf1, buf2, std::min(len1, len2) - kField, cmpOp);
   }
   return otherwise(format, len1, buf1, len2, buf2, cmpOp, count, status);
 }

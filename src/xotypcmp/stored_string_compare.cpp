@@ -190,10 +190,6 @@ int xo::OlderStringCompare(unsigned char format, unsigned int len1, void* buf1, 
 
 namespace {
 
-// Keys from here on are two of one plain kind that are there whole, with a header. Each of these
-// functions takes what the one after it leaves over, the last of them `CompareFirstBlocks`, and is
-// kept out of it, so that the first letters, which decide most often, need no stack of their own.
-
 /// Whether one of two keys ends in half an order.
 inline bool HasHalfOrder(void const* buf1, void const* buf2) {
   return ((LengthOf(buf1) | LengthOf(buf2)) & 1) != 0;
@@ -209,50 +205,6 @@ inline unsigned SignificantOrderAt(void const* record, std::size_t place) {
   return OrderAt(record, place + (IsIgnorable(OrderAt(record, place)) ? 2 : 0));
 }
 
-/// Compares keys that begin with the same letters in `start` bytes.
-[[gnu::noinline]] int CompareKeysFrom(void const* buf1, void const* buf2, unsigned short cmpOp,
-                                      std::size_t start) {
-  auto const group = static_cast<unsigned char>(KindOf(buf1) >> 8);
-  if (!HasHalfOrder(buf1, buf2)) [[likely]] {
-    unsigned const order1 = SignificantOrderAt(buf1, kHeaderBytes + start);
-    unsigned const order2 = SignificantOrderAt(buf2, kHeaderBytes + start);
-    int const difference = Difference(LetterKey(order1, group), LetterKey(order2, group));
-    if (difference != 0 && !IsIgnorable(order1) && !IsIgnorable(order2)) [[likely]]
-      return difference;
-  }
-  return CompareKeys({Advance(buf1, kHeaderBytes), LengthOf(buf1) - kHeaderBytes},
-                     {Advance(buf2, kHeaderBytes), LengthOf(buf2) - kHeaderBytes}, group, cmpOp,
-                     start);
-}
-
-/// Compares keys of which the orders in `pair`, at `place`, are the first that do not all agree.
-[[gnu::always_inline]] inline int CompareAtPair(void const* buf1, void const* buf2,
-                                                unsigned short cmpOp, std::size_t place,
-                                                BlockPair pair) {
-  OrderBlock const notable = pair.Notable();
-  unsigned const bit = FirstOrderIn(notable);
-  // What stands behind the first difference does not matter.
-  if ((notable >> bit & kKindBits) == 0) [[likely]]
-    return pair.Difference(bit);
-  return CompareKeysFrom(buf1, buf2, cmpOp, place - kHeaderBytes + bit / 8);
-}
-
-/// Where the last block that both keys have begins. It may reach back into the one before it.
-inline std::size_t LastBlock(void const* buf1, void const* buf2) {
-  return (std::min(LengthOf(buf1), LengthOf(buf2)) & ~1U) - kBlockBytes;
-}
-
-/// Compares keys that have a block at `place` and are the same letters up to its end.
-[[gnu::noinline]] int CompareBlocksBehind(void const* buf1, void const* buf2, unsigned short cmpOp,
-                                          std::size_t place) {
-  for (std::size_t const last = LastBlock(buf1, buf2); place != last;) {
-    place = std::min(place + kBlockBytes, last);
-    BlockPair const pair(Advance(buf1, place), Advance(buf2, place));
-    if (pair.Notable() != 0) return CompareAtPair(buf1, buf2, cmpOp, place, pair);
-  }
-  return CompareKeysFrom(buf1, buf2, cmpOp, place - kHeaderBytes + kBlockBytes);
-}
-
 /// The first four orders of a key, with zeros behind its end. Its length field is even.
 inline OrderBlock FirstOrders(void const* record) {
   unsigned const length = LengthOf(record);
@@ -265,19 +217,38 @@ inline OrderBlock FirstOrders(void const* record) {
 
 }  // namespace
 
+int xo::CompareKeysFrom(void const* key1, void const* key2, unsigned short cmpOp,
+                        std::size_t place) {
+  auto const group = static_cast<unsigned char>(KindOf(key1) >> 8);
+  if (!HasHalfOrder(key1, key2)) [[likely]] {
+    unsigned const order1 = SignificantOrderAt(key1, place);
+    unsigned const order2 = SignificantOrderAt(key2, place);
+    int const difference = Difference(LetterKey(order1, group), LetterKey(order2, group));
+    if (difference != 0 && !IsIgnorable(order1) && !IsIgnorable(order2)) [[likely]]
+      return difference;
+  }
+  return CompareKeys({Advance(key1, kHeaderBytes), LengthOf(key1) - kHeaderBytes},
+                     {Advance(key2, kHeaderBytes), LengthOf(key2) - kHeaderBytes}, group, cmpOp,
+                     place - kHeaderBytes);
+}
+
+int xo::CompareBlocksBehind(void const* key1, void const* key2, unsigned short cmpOp,
+                            std::size_t place) {
+  std::size_t const last = LastBlock(std::min(LengthOf(key1), LengthOf(key2)));
+  while (place != last) {
+    place = std::min(place + kBlockBytes, last);
+    BlockPair const pair(Advance(key1, place), Advance(key2, place));
+    if (pair.Notable() != 0) return CompareAtPair(key1, key2, cmpOp, place, pair);
+  }
+  return CompareKeysFrom(key1, key2, cmpOp, place + kBlockBytes);
+}
+
 int xo::ComparePlainKeys(void const* key1, void const* key2, unsigned short cmpOp) {
   if (HasHalfOrder(key1, key2)) [[unlikely]]
-    return CompareKeysFrom(key1, key2, cmpOp, 0);
+    return CompareKeysFrom(key1, key2, cmpOp, kHeaderBytes);
   BlockPair const pair(FirstOrders(key1), FirstOrders(key2));
   if (pair.Notable() == 0) return CompareBlocksBehind(key1, key2, cmpOp, kHeaderBytes);
   return CompareAtPair(key1, key2, cmpOp, kHeaderBytes, pair);
-}
-
-int xo::CompareSecondBlocks(void const* key1, void const* key2, unsigned short cmpOp) {
-  std::size_t const place = std::min(kHeaderBytes + kBlockBytes, LastBlock(key1, key2));
-  BlockPair const pair(Advance(key1, place), Advance(key2, place));
-  if (pair.Notable() == 0) return CompareBlocksBehind(key1, key2, cmpOp, place);
-  return CompareAtPair(key1, key2, cmpOp, place, pair);
 }
 
 namespace {
